@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "value.h"
 
@@ -63,6 +64,11 @@ public:
 
     // True when `source` holds only complete forms (no open list or string).
     static bool formsComplete(std::wstring_view source);
+    // Reads every form of `source` without evaluating it (the host runs a script form by
+    // form, each in the drawing current when it starts). Throws Error on malformed input.
+    static std::vector<Value> readForms(std::wstring_view source);
+    // True for the value of (princ) with no argument, which the command line does not echo.
+    static bool isSilent(const Value& v);
 
     // The printed forms of a value: prin1 (strings quoted and escaped) and princ.
     static std::wstring prin1String(const Value& v);
