@@ -34,7 +34,8 @@ KELVO_HOST_API int acedRetVal(const resbuf* value);
 KELVO_HOST_API int acedRetList(const resbuf* list);
 
 // Calls a LISP function: `args` starts with the function's name (RTSTR) followed by its
-// arguments. On RTNORM *result holds a new list the caller releases (null for nil).
+// arguments. On RTNORM *result holds the function's value as a new chain the caller
+// releases (a single RTNIL node for nil). RTERROR when the call failed.
 KELVO_HOST_API int acedInvoke(const resbuf* args, resbuf** result);
 
 // Host system variables. acedGetVar fills *result in place; a string value is a new

@@ -40,13 +40,18 @@ public:
     bool activateDocument(int index);
     int documentCount() const;
     int currentIndex() const;
-    lisp::Interp& interp();   // the current document's interpreter
+    lisp::Interp& interp();   // the current document's interpreter; throws with none open
+    // Frees closed documents; called between top-level forms, when none of their LISP
+    // code can be running.
+    void collectClosed();
 
     // --- modules -----------------------------------------------------------------
     // Loads a module (dlopen), sends kInitAppMsg and then kLoadDwgMsg for each open
     // document. On failure returns false with the reason in *error.
     bool loadModule(const std::filesystem::path& file, std::wstring* error = nullptr);
-    bool unloadModule(std::wstring_view name, std::wstring* error = nullptr);
+    // Sends kUnloadAppMsg and unloads. A locked module is refused unless `force` (the
+    // host's exit unloads everything).
+    bool unloadModule(std::wstring_view name, std::wstring* error = nullptr, bool force = false);
     std::vector<std::wstring> loadedModules() const;   // file names as given to arxload
     std::filesystem::path moduleFolder() const;         // where bare module names are found
     void setModuleFolder(std::filesystem::path folder);
@@ -58,9 +63,11 @@ public:
     UiBackend& ui();
     void setUi(std::unique_ptr<UiBackend> backend);
 
-    // Host variables (ACADPREFIX ...), as LISP's getvar sees them.
+    // Host variables (ACADPREFIX ...), as LISP's getvar sees them. setVar changes a
+    // variable that exists and is not read-only; defineVar creates or replaces one.
     std::optional<lisp::Value> getVar(std::wstring_view name) const;
     bool setVar(std::wstring_view name, const lisp::Value& value);
+    void defineVar(std::wstring_view name, lisp::Value value);
 
     // Closes every document and unloads every module (the host's exit).
     void shutdown();

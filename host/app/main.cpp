@@ -1,0 +1,244 @@
+// kelvo-host: the headless CAD host. Loads the module, opens a drawing, runs LISP files
+// and expressions, or an interactive command line.
+
+#include <editline/readline.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "runtime/host.h"
+#include "runtime/text.h"
+#include "runtime/ui_backend.h"
+
+namespace {
+
+using kelvo::host::fromUtf8;
+using kelvo::host::Host;
+using kelvo::host::toUtf8;
+
+constexpr const char* kUsage =
+    "usage: kelvo-host [options] [FILE.lsp ...]\n"
+    "  -e, --eval EXPR     evaluate EXPR after the files and print its value (repeatable)\n"
+    "  --module PATH       the module to load (default: KelvoBrx15.arx beside kelvo-host)\n"
+    "  --no-module         load no module\n"
+    "  --input FILE        answers to prompts, one per line (x,y[,z], numbers, keywords,\n"
+    "                      an empty line for Enter, *Cancel* for Esc)\n"
+    "  --answers FILE      answers to message boxes and dialogs (YES, OK ...), one per line\n"
+    "  --ui console|qt     user-interface backend (default console)\n"
+    "  --ui-log FILE       append one line per user-interface event to FILE\n"
+    "  --prefix \"d1;d2\"    support folders (ACADPREFIX; default: $ACADPREFIX)\n"
+    "  --functions         list the external functions of the drawing (CODE NAME) and exit\n"
+    "  -h, --help          this text\n"
+    "With no file and no -e, an interactive command line.\n";
+
+struct Options {
+    std::vector<std::string> files, exprs;
+    std::string module, input, answers, ui = "console", uiLog, prefix;
+    bool noModule = false, listFunctions = false, prefixGiven = false;
+};
+
+[[noreturn]] void usageError(const std::string& message) {
+    std::fprintf(stderr, "kelvo-host: %s\n%s", message.c_str(), kUsage);
+    std::exit(2);
+}
+
+Options parseOptions(int argc, char** argv) {
+    Options o;
+    for (int i = 1; i < argc; ++i) {
+        std::string a = argv[i];
+        auto value = [&]() -> std::string {
+            if (i + 1 >= argc) usageError(a + " needs a value");
+            return argv[++i];
+        };
+        if (a == "-e" || a == "--eval") o.exprs.push_back(value());
+        else if (a == "--module") o.module = value();
+        else if (a == "--no-module") o.noModule = true;
+        else if (a == "--input") o.input = value();
+        else if (a == "--answers") o.answers = value();
+        else if (a == "--ui") o.ui = value();
+        else if (a == "--ui-log") o.uiLog = value();
+        else if (a == "--prefix") o.prefix = value(), o.prefixGiven = true;
+        else if (a == "--functions") o.listFunctions = true;
+        else if (a == "-h" || a == "--help") std::fputs(kUsage, stdout), std::exit(0);
+        else if (!a.empty() && a[0] == '-') usageError("unknown option " + a);
+        else o.files.push_back(a);
+    }
+    if (o.ui != "console" && o.ui != "qt") usageError("--ui takes console or qt");
+    return o;
+}
+
+std::optional<std::wstring> readTextFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return std::nullopt;
+    std::stringstream ss;
+    ss << in.rdbuf();
+    return fromUtf8(ss.str());
+}
+
+std::vector<std::wstring> readLines(const std::string& path) {
+    auto text = readTextFile(path);
+    if (!text) {
+        std::fprintf(stderr, "kelvo-host: cannot read %s\n", path.c_str());
+        std::exit(2);
+    }
+    std::vector<std::wstring> lines;
+    std::wistringstream ss(*text);
+    for (std::wstring line; std::getline(ss, line);) {
+        if (!line.empty() && line.back() == L'\r') line.pop_back();
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+void printError(const std::wstring& message) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "; error: %s\n", toUtf8(message).c_str());
+}
+
+// Reports an error the LISP way: the document's *error* when the user defined one, else
+// the "; error:" line.
+void reportError(lisp::Interp& interp, const lisp::Error& error) {
+    try {
+        if (interp.runErrorHandler(error)) return;
+    } catch (const lisp::Error& nested) {
+        printError(nested.message());
+        return;
+    }
+    printError(error.message());
+}
+
+// Evaluates forms one by one, each in the drawing that is current when it starts, as a
+// script does. Returns false after an error, which ends the run.
+bool runForms(const std::vector<lisp::Value>& forms, lisp::Value* last) {
+    Host& host = Host::instance();
+    for (const lisp::Value& form : forms) {
+        lisp::Interp* interp = nullptr;
+        try {
+            interp = &host.interp();
+            lisp::Value v = interp->eval(form);
+            if (last) *last = v;
+        } catch (const lisp::Error& e) {
+            if (interp) reportError(*interp, e);
+            else printError(e.message());
+            host.collectClosed();
+            return false;
+        }
+        host.collectClosed();
+    }
+    return true;
+}
+
+bool runSource(const std::wstring& source, lisp::Value* last) {
+    std::vector<lisp::Value> forms;
+    try {
+        forms = lisp::Interp::readForms(source);
+    } catch (const lisp::Error& e) {
+        printError(e.message());
+        return false;
+    }
+    return runForms(forms, last);
+}
+
+void echo(const lisp::Value& v) {
+    if (lisp::Interp::isSilent(v)) return;
+    Host::instance().write(lisp::Interp::prin1String(v) + L"\n");
+}
+
+bool commandLine() {
+    bool terminal = isatty(STDIN_FILENO);
+    bool ok = true;
+    std::wstring pending;
+    for (;;) {
+        const char* prompt = pending.empty() ? "Command: " : "";
+        std::string line;
+        if (terminal) {
+            char* raw = readline(prompt);
+            if (!raw) break;
+            line = raw;
+            std::free(raw);
+            if (!line.empty()) add_history(line.c_str());
+        } else {
+            Host::instance().write(fromUtf8(prompt));
+            if (!std::getline(std::cin, line)) break;
+        }
+        pending += fromUtf8(line) + L"\n";
+        if (!lisp::Interp::formsComplete(pending)) continue;
+        lisp::Value last;
+        if (runSource(pending, &last)) echo(last);
+        else ok = false;
+        pending.clear();
+    }
+    if (!terminal) Host::instance().write(L"\n");
+    return ok;
+}
+
+std::filesystem::path executableFolder() {
+    std::error_code ec;
+    auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
+    return ec ? std::filesystem::current_path() : exe.parent_path();
+}
+
+void configureHost(const Options& o) {
+    Host& host = Host::instance();
+    host.setModuleFolder(executableFolder());
+    if (!o.input.empty()) host.setInputLines(readLines(o.input));
+    std::deque<std::wstring> answers;
+    if (!o.answers.empty())
+        for (auto& l : readLines(o.answers)) answers.push_back(l);
+    host.setUi(kelvo::host::makeConsoleUi(std::move(answers), o.uiLog));
+    const char* env = std::getenv("ACADPREFIX");
+    std::string prefix = o.prefixGiven ? o.prefix : (env ? env : "");
+    host.defineVar(L"ACADPREFIX", lisp::Value::string(fromUtf8(prefix)));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options o = parseOptions(argc, argv);
+    if (o.ui == "qt") usageError("the qt backend is not available in this build; use --ui console");
+    configureHost(o);
+    Host& host = Host::instance();
+    bool ok = true;
+    if (!o.noModule) {
+        std::wstring error;
+        std::string module = o.module.empty() ? "KelvoBrx15.arx" : o.module;
+        if (!host.loadModule(fromUtf8(module), &error)) {
+            std::fflush(stdout);
+            std::fprintf(stderr, "kelvo-host: %s\n", toUtf8(error).c_str());
+            ok = false;
+        }
+    }
+    host.newDocument();
+    if (o.listFunctions) {
+        for (auto& [code, name] : host.definedFunctions())
+            std::printf("%d %s\n", code, toUtf8(name).c_str());
+        host.shutdown();
+        return ok ? 0 : 1;
+    }
+    bool running = true;
+    for (auto& file : o.files) {
+        auto source = readTextFile(file);
+        if (!source) {
+            printError(L"LOAD failed: " + fromUtf8(file));
+            running = ok = false;
+            break;
+        }
+        if (!runSource(*source, nullptr)) {
+            running = ok = false;
+            break;
+        }
+    }
+    for (auto& expr : o.exprs) {
+        if (!running) break;
+        lisp::Value last;
+        if (runSource(fromUtf8(expr), &last)) echo(last);
+        else running = ok = false;
+    }
+    if (o.files.empty() && o.exprs.empty()) ok = commandLine() && ok;
+    host.shutdown();
+    return ok ? 0 : 1;
+}

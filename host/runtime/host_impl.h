@@ -1,0 +1,96 @@
+// The host's internal state: documents, modules, external calls in progress.
+// Private to host/runtime.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "acdocman.h"
+#include "dbmain.h"
+#include "rxobject.h"
+#include "runtime/host.h"
+#include "runtime/ui_backend.h"
+
+namespace kelvo::host {
+
+// A module loaded with dlopen. Its address is the "packet" its entry point receives.
+struct LoadedModule {
+    using EntryPoint = AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*);
+    std::wstring name;   // as given to arxload
+    std::filesystem::path path;
+    void* handle = nullptr;
+    EntryPoint entry = nullptr;
+    int id = 0;
+    bool unlocked = false;
+    bool mdiAware = false;
+};
+
+// An external function of one document: its LISP name and the callback registered for
+// its code by the module that defined it.
+struct ExternalEntry {
+    std::wstring name;
+    AcedFunction callback = nullptr;
+};
+
+class Document : public AcApDocument {
+public:
+    Document(int id, std::wstring fileName);
+    ~Document() override;
+    const ACHAR* fileName() const override { return fileName_.c_str(); }
+    AcDbDatabase* database() const override { return db_.get(); }
+
+    int id() const { return id_; }
+    lisp::Interp& interp() { return *interp_; }
+    // (module id, code) -> entry
+    std::map<std::pair<int, int>, ExternalEntry>& functions() { return functions_; }
+
+private:
+    int id_;
+    std::wstring fileName_;
+    std::unique_ptr<AcDbDatabase> db_;
+    std::unique_ptr<lisp::Interp> interp_;
+    std::map<std::pair<int, int>, ExternalEntry> functions_;
+};
+
+// One external function call in progress.
+struct CallFrame {
+    std::vector<lisp::Value> args;
+    lisp::Value result;
+    int code = 0;
+};
+
+struct Host::Impl {
+    std::function<void(std::wstring_view)> output;
+    std::optional<std::deque<std::wstring>> input;   // scripted answers to prompts
+
+    std::vector<std::unique_ptr<Document>> documents;
+    std::vector<std::unique_ptr<Document>> closed;   // freed at the next safe point
+    int current = -1;
+    int nextDocumentId = 1;
+    int drawingCounter = 0;
+
+    std::vector<std::unique_ptr<LoadedModule>> modules;
+    LoadedModule* activeModule = nullptr;   // whose entry point or callback is running
+    int nextModuleId = 1;
+    std::filesystem::path moduleFolder;
+
+    std::vector<CallFrame*> calls;
+    std::unique_ptr<UiBackend> ui;
+    std::map<std::wstring, lisp::Value> vars;   // upper-case names
+
+    Document* currentDocument() const;
+    Document* findDocument(int id) const;
+    void sendToModules(AcRx::AppMsgCode msg);
+    AcRx::AppRetCode send(LoadedModule& module, AcRx::AppMsgCode msg);
+    lisp::Value callExternal(int documentId, int moduleId, int code, const std::wstring& name,
+                             std::vector<lisp::Value>& args);
+};
+
+// Host functions of LISP (getvar, arxload, host:new ...), defined in every interpreter.
+void defineHostFunctions(lisp::Interp& interp);
+lisp::InterpIO makeInterpIO();
+
+}  // namespace kelvo::host
