@@ -1,0 +1,38 @@
+// kvEditorReactor: the module's one editor reactor, attached from module start to
+// module stop. It drops the database connection when the drawing that owns it is saved
+// under another file name.
+#pragma once
+
+#include "aced.h"
+
+class kvEditorReactor : public AcEditorReactor {
+public:
+    kvEditorReactor() = default;
+    ~kvEditorReactor() override;
+
+    // Once the connection layer exists: when `db` is the current document's database
+    // and the head per-document record's file name differs (case-sensitively) from
+    // `actualName`, and that record holds the current connection, it runs the inner
+    // handler of kv_close_db (closes the current connection, empties the current
+    // database name and clears the record's connection), ignoring its status. Until
+    // then there is no connection to drop and it does nothing.
+    void saveComplete(AcDbDatabase* db, const ACHAR* actualName) override;
+};
+
+namespace kelvo {
+
+// The host's editor, from the system registry; null when the host has none.
+AcEditor* hostEditor();
+
+}  // namespace kelvo
+
+namespace kelvo {
+
+// Creates the reactor and adds it to the host's editor (once; later calls do nothing).
+void attachEditorReactor();
+// Removes the reactor from the editor and deletes it (nothing when there is none).
+void detachEditorReactor();
+// The module's reactor, null outside module start..stop.
+kvEditorReactor* editorReactor();
+
+}  // namespace kelvo

@@ -1,0 +1,228 @@
+// The LISP function tables: one entry per function, in the order that sets the codes.
+#include "module/function_tables.h"
+
+#include <iterator>
+
+#include "module/file_functions.h"
+#include "module/general_functions.h"
+#include "module/message_functions.h"
+#include "module/not_built.h"
+
+namespace kelvo {
+namespace {
+
+constexpr AcedFunction kNotBuilt = nullptr;
+
+// Codes 0 to 61.
+constexpr LispFunction kDatabaseTable[] = {
+    {L"kv_append", kNotBuilt},
+    {L"kv_closeall_tables", kNotBuilt},
+    {L"kv_close_table", kNotBuilt},
+    {L"kv_bottom", kNotBuilt},
+    {L"kv_count", kNotBuilt},
+    {L"kv_delete", kNotBuilt},
+    {L"kv_getrec", kNotBuilt},
+    {L"kv_structure", kNotBuilt},
+    {L"kv_list_indexes", kNotBuilt},
+    {L"kv_modify_table", kNotBuilt},
+    {L"kv_replace", kNotBuilt},
+    {L"kv_seek", kNotBuilt},
+    {L"kv_skip", kNotBuilt},
+    {L"kv_top", kNotBuilt},
+    {L"kv_table", kNotBuilt},
+    {L"kv_rename_table", kNotBuilt},
+    {L"kv_connect", kNotBuilt},
+    {L"kv_mdb", kNotBuilt},
+    {L"kv_create_db", kNotBuilt},
+    {L"kv_create_table", kNotBuilt},
+    {L"kv_close_db", kNotBuilt},
+    {L"kv_beep", kvBeep},
+    {L"kv_random", kvRandom},
+    {L"kv_message_beep", kvMessageBeep},
+    {L"kv_exist", kNotBuilt},
+    {L"kv_readonly", kNotBuilt},
+    {L"kv_delete_table", kNotBuilt},
+    {L"kv_list_tables", kNotBuilt},
+    {L"kv_current_table", kNotBuilt},
+    {L"kv_current_index", kNotBuilt},
+    {L"kv_sql", kNotBuilt},
+    {L"kv_sql-nil", kNotBuilt},
+    {L"kv_sql-error", kNotBuilt},
+    {L"kv_command", kNotBuilt},
+    {L"kv_compact", kNotBuilt},
+    {L"kv_link_table", kNotBuilt},
+    {L"kv_query", kNotBuilt},
+    {L"kv_message_box", kvMessageBox},
+    {L"kv_create_index", kNotBuilt},
+    {L"kv_create_query", kNotBuilt},
+    {L"kv_xdput-list", kNotBuilt},
+    {L"kv_xdget", kNotBuilt},
+    {L"kv_xdget-list", kNotBuilt},
+    {L"kv_xdget-all", kNotBuilt},
+    {L"kv_mkdir", kvMkdir},
+    {L"kv_relationExists", kNotBuilt},
+    {L"kv_relationDelete", kNotBuilt},
+    {L"kv_lastError", kNotBuilt},
+    {L"kv_resetLastError", kNotBuilt},
+    {L"kv_field_required", kNotBuilt},
+    {L"kv_attributes", kNotBuilt},
+    {L"kv_getVersion", kvGetVersion},
+    {L"kv_rmdir", kvRmdir},
+    {L"kv_fmove", kvFmove},
+    {L"kv_fcopy", kvFcopy},
+    {L"kv_fcopyIfChanged", kvFcopyIfChanged},
+    {L"kv_fdir", kvFdir},
+    {L"kv_fdelete", kvFdelete},
+    {L"kv_indexUnique", kNotBuilt},
+    {L"kv_indexFields", kNotBuilt},
+    {L"kv_relationCount", kNotBuilt},
+    {L"kv_relationInfo", kNotBuilt},
+};
+
+// Codes from 62, after the database table.
+constexpr LispFunction kGeneralTable[] = {
+    {L"tv_tv-setGroupSelectable", kNotBuilt},
+    {L"tv_tv-GetGroup", kNotBuilt},
+    {L"AcDbCurve::getLength", kNotBuilt},
+    {L"AcDbCurve::getPointAtDist", kNotBuilt},
+    {L"AcDbCurve::getClosestPointTo", kNotBuilt},
+    {L"AcDbCurve::getDistAtPoint", kNotBuilt},
+    {L"AcDbBlockReference::Jig", kNotBuilt},
+    {L"AcDbMText::actualWidth", kNotBuilt},
+    {L"AcDbMText::actualHeight", kNotBuilt},
+    {L"AcDbMText::setNormal", kNotBuilt},
+    {L"AcDbMText::setDirection", kNotBuilt},
+    {L"AcDbMText::setMask", kNotBuilt},
+    {L"AcDbMText::direction", kNotBuilt},
+    {L"AcDbMText::insert", kNotBuilt},
+    {L"RectangleJig", kNotBuilt},
+    {L"tv_tv-lineJig", kNotBuilt},
+    {L"tv_tv-rotateJig", kNotBuilt},
+    {L"tv_tv-multiRotateJig", kNotBuilt},
+    {L"tv_tv-multiMoveJig", kNotBuilt},
+    {L"tv_tv-entsel", kNotBuilt},
+    {L"AcDbLeader::create", kNotBuilt},
+    {L"tv_tv-showHelp", kNotBuilt},
+    {L"tv_tv-SHGetFolderPath", kNotBuilt},
+    {L"tv_tv-SHOpenFolderAndSelect", kNotBuilt},
+    {L"tv_tv-shellExecute", kNotBuilt},
+    {L"ed_editMultilineText", kNotBuilt},
+    {L"tv_tv-customizeLabelGroup", kNotBuilt},
+    {L"tv_tv-customizeLayers", kNotBuilt},
+    {L"tv_tv-customizeTextStyles", kNotBuilt},
+    {L"asin", tvAsin},
+    {L"acos", tvAcos},
+    {L"tv_tv-setColor", kNotBuilt},
+    {L"tv_tv-setPlotStyle", kNotBuilt},
+    {L"tv_tv-freezeInViewport", kNotBuilt},
+    {L"ssgetPK", kNotBuilt},
+    {L"ssgetCP", kNotBuilt},
+    {L"ssgetC", kNotBuilt},
+    {L"ssgetX-block", kNotBuilt},
+    {L"ssgetX-circle", kNotBuilt},
+    {L"ssgetX-polyline", kNotBuilt},
+    {L"ssgetX-all", kNotBuilt},
+    {L"tv_tv-leader-insert", kNotBuilt},
+    {L"tv_tv-leader-setPoints", kNotBuilt},
+    {L"tv_tv-leader-setBlock", kNotBuilt},
+    {L"tv_tv-leader-setOffset", kNotBuilt},
+    {L"tv_tv-leader-explode", kNotBuilt},
+    {L"tv_tv-rand", tvRand},
+    {L"AcDbMtext::lastLineWidth", kNotBuilt},
+    {L"GetSystemMetrics::SM_CXSCREEN", kNotBuilt},
+    {L"GetSystemMetrics::SM_CYSCREEN", kNotBuilt},
+    {L"tv_tv-submitBug", kNotBuilt},
+    {L"EditUserOptions", kNotBuilt},
+    {L"tv_tv-safeContinue", kNotBuilt},
+    {L"tv_tv-createLayer", kNotBuilt},
+    {L"GetComputerName", tvGetComputerName},
+    {L"XFolderDialog", kNotBuilt},
+    {L"PathIsNetworkPath", tvPathIsNetworkPath},
+    {L"CFileDialog", kNotBuilt},
+    {L"tv_tv-getPoint", kNotBuilt},
+    {L"tv_tv-getCorner", kNotBuilt},
+    {L"tv_tv-intersectArcArc", kNotBuilt},
+    {L"tv_tv-intersectArcLine", kNotBuilt},
+    {L"tv_tv-intersectLineArc", kNotBuilt},
+    {L"tv_tv-LayerSystemOptionsElec", kNotBuilt},
+    {L"tv_tv-LayerSystemOptionsPlumb", kNotBuilt},
+    {L"tv_tv-LayerSystemOptionsHVAC", kNotBuilt},
+    {L"DownloadFile", kNotBuilt},
+    {L"ExtractZip", kNotBuilt},
+    {L"CreateZip", kNotBuilt},
+    {L"GetTempPath", tvGetTempPath},
+    {L"IsFileReadOnly", tvIsFileReadOnly},
+    {L"CreateCompressedGuidString", kNotBuilt},
+    {L"tv_tv-drawHanger", kNotBuilt},
+    {L"tv_tv-drawTripleCenter", kNotBuilt},
+    {L"tv_tv-getTripleCoord", kNotBuilt},
+    {L"tv_tv-drawTripleTransition", kNotBuilt},
+    {L"tv_tv-drawTripleElbow", kNotBuilt},
+    {L"tv_tv-drawTripleWye", kNotBuilt},
+    {L"tv_tv-drawTripleTakeoff", kNotBuilt},
+    {L"tv_tv-drawTripleSkin", kNotBuilt},
+    {L"tv_tv-tripleUnion", kNotBuilt},
+    {L"tv_tv-explodeSolid", kNotBuilt},
+    {L"acedSetStatusBarProgressMeterPos", kNotBuilt},
+    {L"acedSetStatusBarProgressMeter", kNotBuilt},
+    {L"acedRestoreStatusBar", kNotBuilt},
+    {L"RegEnumKey", kNotBuilt},
+    {L"AcDbFace::makeEdgeInvisibleAt", kNotBuilt},
+    {L"AcDbEntity::getGeomExtents", kNotBuilt},
+    {L"AcDbEntity::setColor", kNotBuilt},
+    {L"AcDb2dPolyline::setCurveType", kNotBuilt},
+    {L"tv::pow", tvPow},
+    {L"tv_tv-setToDoDrawing", kNotBuilt},
+    {L"tv_tv-getToDoDrawing", kNotBuilt},
+    {L"signString", kNotBuilt},
+    {L"verifyString", kNotBuilt},
+    {L"tv_tv-createJigTimer", kNotBuilt},
+    {L"tv_tv-killJigTimer", kNotBuilt},
+    {L"tv_tv-enableAutoCADWindow", kNotBuilt},
+    {L"tv_tv-disableAutoCADWindow", kNotBuilt},
+    {L"tv_tv-sendToBack", kNotBuilt},
+};
+
+void defineTable(std::span<const LispFunction> table, int base, AcedFunction notBuilt) {
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const int code = base + static_cast<int>(i);
+        acedDefun(table[i].name, code);
+        acedRegFunc(table[i].callback != nullptr ? table[i].callback : notBuilt, code);
+    }
+}
+
+static_assert(std::size(kDatabaseTable) == 62, "the database table has codes 0 to 61");
+
+}  // namespace
+
+std::span<const LispFunction> databaseFunctions() { return kDatabaseTable; }
+
+std::span<const LispFunction> generalFunctions() { return kGeneralTable; }
+
+int databaseTableLength() { return static_cast<int>(std::size(kDatabaseTable)); }
+
+void defineDatabaseFunctions() { defineTable(kDatabaseTable, 0, notBuiltDatabaseFunction); }
+
+void defineGeneralFunctions() {
+    defineTable(kGeneralTable, databaseTableLength(), notBuiltGeneralFunction);
+}
+
+void undefineTable(std::span<const LispFunction> table, int base) {
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const int code = base + static_cast<int>(i);
+        acedRegFunc(nullptr, code);
+        acedUndef(table[i].name, code);
+    }
+}
+
+const ACHAR* functionNameForCode(int code) {
+    if (code < 0) return nullptr;
+    const auto index = static_cast<std::size_t>(code);
+    if (index < std::size(kDatabaseTable)) return kDatabaseTable[index].name;
+    if (index - std::size(kDatabaseTable) < std::size(kGeneralTable)) {
+        return kGeneralTable[index - std::size(kDatabaseTable)].name;
+    }
+    return nullptr;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,83 @@
+// Module start and stop, drawing open and close.
+#include "module/lifecycle.h"
+
+#include <memory>
+
+#include "acdocman.h"
+#include "adslib.h"
+#include "database/call_guard.h"
+#include "entities/tv_leader_class.h"
+#include "module/dao_start.h"
+#include "module/document_records.h"
+#include "module/editor_reactor.h"
+#include "module/function_tables.h"
+#include "module/random_numbers.h"
+#include "module/running_lock.h"
+
+namespace kelvo {
+namespace {
+
+// The maker's solid-modelling module, which supplies tv_hvacSolid to the duct
+// functions. Its absence shows only when a duct function needs the class.
+constexpr const ACHAR* kCompanionModule = L"tv_tv-solidBrx15.arx";
+
+// True when no document stays open besides the one that is closing.
+bool closingLastDocument() {
+    AcApDocManager* manager = acDocManagerPtr();
+    if (manager == nullptr) return true;
+    const std::unique_ptr<AcApDocumentIterator> it(manager->newAcApDocumentIterator());
+    if (!it || it->done()) return true;
+    it->step();
+    return it->done();
+}
+
+}  // namespace
+
+AcRx::AppRetCode startModule(void* pkt) {
+    acrxLoadModule(kCompanionModule, false, false);
+    holdRunningLock();
+    seedRandomNumbers();
+    if (!startDao()) return AcRx::kRetError;
+    attachEditorReactor();
+    acrxUnlockApplication(pkt);
+    acrxRegisterAppMDIAware(pkt);
+    registerTvLeaderClass();
+    acrxBuildClassHierarchy();
+    return AcRx::kRetOK;
+}
+
+AcRx::AppRetCode stopModule() {
+    unregisterTvLeaderClass();
+    stopDao();
+    detachEditorReactor();
+    acrxUnloadModule(kCompanionModule);
+    return AcRx::kRetOK;
+}
+
+AcRx::AppRetCode openDrawing() {
+    acutPrintf(L"\nLoading Tarvik Kelvo (Direct)");
+    defineDatabaseFunctions();
+    documentRecords().addForCurrentDocument();
+    defineGeneralFunctions();
+    return AcRx::kRetOK;
+}
+
+AcRx::AppRetCode closeDrawing() {
+    database::checkCurrentDocument();
+    // The current database connection is closed here once the connection layer exists.
+    documentRecords().dropHead();
+    if (closingLastDocument()) documentRecords().clear();
+    return AcRx::kRetOK;
+}
+
+AcRx::AppRetCode dispatchAppMessage(AcRx::AppMsgCode msg, void* pkt) {
+    switch (msg) {
+        case AcRx::kInitAppMsg: return startModule(pkt);
+        case AcRx::kUnloadAppMsg: return stopModule();
+        case AcRx::kLoadDwgMsg: return openDrawing();
+        case AcRx::kUnloadDwgMsg: return closeDrawing();
+        default: return AcRx::kRetOK;
+    }
+}
+
+}  // namespace kelvo
