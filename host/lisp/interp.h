@@ -76,8 +76,11 @@ public:
 
     InterpIO& io();
 
-private:
+    // The interpreter's own state, for its built-in libraries (see interp_impl.h).
     struct Impl;
+    Impl& impl() { return *impl_; }
+
+private:
     std::unique_ptr<Impl> impl_;
 };
 

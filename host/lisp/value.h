@@ -54,10 +54,14 @@ public:
     static Value pickset(std::int64_t id);
     static Value subr(std::wstring name, NativeFn fn, bool external = false);
     static Value catchError(std::wstring message);
+    // The value of (princ) with no argument: a symbol with an empty name that prints as
+    // nothing. A host echoing results skips it (see isSilent).
+    static Value silent();
 
     Type type() const;
     bool isNil() const { return !obj_; }
     bool isT() const;           // the symbol T
+    bool isSilent() const;      // the value of (princ): print nothing when echoing
     bool isCons() const { return type() == Type::Cons; }
     bool isList() const { return isNil() || isCons(); }
     bool isNumber() const { return type() == Type::Int || type() == Type::Real; }

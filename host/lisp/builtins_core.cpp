@@ -1,0 +1,184 @@
+// Evaluation, symbols, types, predicates, equality and error catching.
+#include <cmath>
+
+#include "args.h"
+#include "interp_impl.h"
+#include "library.h"
+
+namespace lisp {
+
+bool lispEqual(const Value& a, const Value& b, double fuzz) {
+    if (a.isNumber() && b.isNumber()) {
+        if (a.type() == Type::Int && b.type() == Type::Int) return a.asInt() == b.asInt();
+        return std::fabs(a.asReal() - b.asReal()) <= fuzz;
+    }
+    if (a.type() != b.type()) return false;
+    if (a.type() == Type::Str) return a.asString() == b.asString();
+    if (a.type() != Type::Cons) return a.eq(b);
+    Value x = a, y = b;
+    for (; x.isCons() && y.isCons(); x = x.cdr(), y = y.cdr())
+        if (!lispEqual(x.car(), y.car(), fuzz)) return false;
+    return lispEqual(x, y, fuzz);
+}
+
+namespace {
+
+const wchar_t* typeName(const Value& v) {
+    switch (v.type()) {
+    case Type::Nil: return nullptr;
+    case Type::Int: return L"INT";
+    case Type::Real: return L"REAL";
+    case Type::Str: return L"STR";
+    case Type::Sym: return L"SYM";
+    case Type::Cons: return L"LIST";
+    case Type::Subr: return v.isExternal() ? L"EXRXSUBR" : L"SUBR";
+    case Type::Usubr: return L"USUBR";
+    case Type::Ename: return L"ENAME";
+    case Type::Pickset: return L"PICKSET";
+    case Type::File: return L"FILE";
+    case Type::CatchError: return L"VL-CATCH-ALL-APPLY-ERROR";
+    }
+    return nullptr;
+}
+
+Value fnType(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    const wchar_t* name = typeName(a[0]);
+    return name ? Value::symbol(name) : Value();
+}
+
+Value fnEval(Interp& in, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return in.eval(a[0]);
+}
+
+Value fnSet(Interp& in, std::vector<Value>& args) {
+    Args a(args, 2, 2);
+    if (a[0].type() != Type::Sym || a[0].isT()) badArgType(L"symbolp", a[0]);
+    in.impl().assign(a[0], a[1]);
+    return a[1];
+}
+
+Value fnApply(Interp& in, std::vector<Value>& args) {
+    Args a(args, 2, 2);
+    return in.apply(a[0], a.list(1).toVector());
+}
+
+Value fnBoundp(Interp& in, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    if (a[0].isNil()) return {};
+    a.symbol(0);
+    return boolValue(!in.impl().lookup(a[0]).isNil());
+}
+
+Value fnSymbolValue(Interp& in, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return in.impl().lookup(a.symbol(0));
+}
+
+Value fnSymbolName(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return Value::string(a.symbol(0).symbolName());
+}
+
+Value fnSymbolp(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return boolValue(a[0].isNil() || a[0].type() == Type::Sym);
+}
+
+Value fnNull(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return boolValue(a[0].isNil());
+}
+
+Value fnAtom(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return boolValue(!a[0].isCons());
+}
+
+Value fnListp(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return boolValue(a[0].isList());
+}
+
+Value fnConsp(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return boolValue(a[0].isCons());
+}
+
+Value fnNumberp(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return boolValue(a[0].isNumber());
+}
+
+Value fnEq(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 2);
+    return boolValue(a[0].eq(a[1]));
+}
+
+Value fnEqual(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 3);
+    return boolValue(lispEqual(a[0], a[1], a.has(2) ? a.number(2) : 0.0));
+}
+
+Value fnExit(Interp&, std::vector<Value>& args) {
+    Args a(args, 0, 0);
+    throw Error(L"quit / exit abort");
+}
+
+Value fnCatchAllApply(Interp& in, std::vector<Value>& args) {
+    Args a(args, 2, 2);
+    std::vector<Value> callArgs = a.list(1).toVector();
+    try {
+        return in.apply(a[0], std::move(callArgs));
+    } catch (const Error& e) {
+        return Value::catchError(e.message());
+    }
+}
+
+Value fnCatchAllErrorp(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return boolValue(a[0].type() == Type::CatchError);
+}
+
+Value fnCatchAllErrorMessage(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    if (a[0].type() != Type::CatchError) badArgType(L"vl-catch-all-apply-error-p", a[0]);
+    return Value::string(a[0].errorMessage());
+}
+
+Value fnExitWithError(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    throw Error(a.string(0));
+}
+
+const Builtin kCoreLib[] = {
+    {L"type", fnType},
+    {L"eval", fnEval},
+    {L"set", fnSet},
+    {L"apply", fnApply},
+    {L"boundp", fnBoundp},
+    {L"vl-symbol-value", fnSymbolValue},
+    {L"vl-symbol-name", fnSymbolName},
+    {L"vl-symbolp", fnSymbolp},
+    {L"null", fnNull},
+    {L"not", fnNull},
+    {L"atom", fnAtom},
+    {L"listp", fnListp},
+    {L"vl-consp", fnConsp},
+    {L"numberp", fnNumberp},
+    {L"eq", fnEq},
+    {L"equal", fnEqual},
+    {L"exit", fnExit},
+    {L"quit", fnExit},
+    {L"vl-catch-all-apply", fnCatchAllApply},
+    {L"vl-catch-all-error-p", fnCatchAllErrorp},
+    {L"vl-catch-all-error-message", fnCatchAllErrorMessage},
+    {L"vl-exit-with-error", fnExitWithError},
+};
+
+}  // namespace
+
+void openCoreLib(Interp& in) { openLibrary(in, kCoreLib); }
+
+}  // namespace lisp

@@ -1,0 +1,218 @@
+// String functions, including the conversions between numbers and text.
+#include <algorithm>
+#include <cwchar>
+#include <cwctype>
+
+#include "args.h"
+#include "library.h"
+#include "rtos.h"
+#include "wcmatch.h"
+
+namespace lisp {
+
+namespace {
+
+Value fnStrcat(Interp&, std::vector<Value>& args) {
+    Args a(args, 0, kAnyCount);
+    std::wstring out;
+    for (std::size_t i = 0; i < args.size(); ++i) out += a.string(i);
+    return Value::string(std::move(out));
+}
+
+Value fnStrlen(Interp&, std::vector<Value>& args) {
+    Args a(args, 0, kAnyCount);
+    std::size_t n = 0;
+    for (std::size_t i = 0; i < args.size(); ++i) n += a.string(i).size();
+    return Value::integer(static_cast<std::int32_t>(n));
+}
+
+[[noreturn]] void badValue(std::wstring_view what, const Value& v) {
+    throw Error(L"bad argument value: " + std::wstring(what) + L" " + std::to_wstring(v.asInt()));
+}
+
+Value fnSubstr(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 3);
+    const std::wstring& s = a.string(0);
+    std::int32_t start = a.integer(1);
+    if (start < 1) badValue(L"positive", args[1]);
+    std::int32_t len = a.has(2) ? a.integer(2) : INT32_MAX;
+    if (len < 0) badValue(L"non-negative", args[2]);
+    if (static_cast<std::size_t>(start) > s.size()) return Value::string(L"");
+    return Value::string(s.substr(static_cast<std::size_t>(start - 1), static_cast<std::size_t>(len)));
+}
+
+Value fnStrcase(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 2);
+    std::wstring s = a.string(0);
+    bool lower = a.has(1) && !args[1].isNil();
+    for (auto& c : s) c = static_cast<wchar_t>(lower ? std::towlower(c) : std::towupper(c));
+    return Value::string(std::move(s));
+}
+
+Value fnItoa(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return Value::string(std::to_wstring(a.integer(0)));
+}
+
+Value fnAtoi(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    long long v = std::wcstoll(a.string(0).c_str(), nullptr, 10);
+    return Value::integer(static_cast<std::int32_t>(std::clamp<long long>(v, INT32_MIN, INT32_MAX)));
+}
+
+Value fnAtof(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    const std::wstring& s = a.string(0);
+    std::size_t start = s.find_first_not_of(L" \t\n");
+    if (start == std::wstring::npos) return Value::real(0.0);
+    wchar_t next = start + 1 < s.size() ? s[start + 1] : 0;
+    bool numeric = std::iswdigit(s[start]) || ((s[start] == L'-' || s[start] == L'+' || s[start] == L'.') &&
+                                               (std::iswdigit(next) || next == L'.'));
+    return Value::real(numeric ? std::wcstod(s.c_str() + start, nullptr) : 0.0);
+}
+
+Value fnChr(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    return Value::string(std::wstring(1, static_cast<wchar_t>(a.integer(0))));
+}
+
+Value fnAscii(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    const std::wstring& s = a.string(0);
+    return Value::integer(s.empty() ? 0 : static_cast<std::int32_t>(s[0]));
+}
+
+Value fnRtos(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 3);
+    double v = a.number(0);
+    int mode = a.has(1) ? a.integer(1) : 2;
+    int prec = a.has(2) ? a.integer(2) : 4;
+    return Value::string(formatDistance(v, mode, prec));
+}
+
+Value fnAngtos(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 3);
+    double v = a.number(0);
+    int mode = a.has(1) ? a.integer(1) : 0;
+    int prec = a.has(2) ? a.integer(2) : 4;
+    return Value::string(formatAngle(v, mode, prec));
+}
+
+Value fnWcmatch(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 2);
+    return boolValue(wcmatch(a.string(0), a.string(1)));
+}
+
+// vl-string-trim and its one-sided forms: (fn chars string).
+Value trim(std::vector<Value>& args, bool left, bool right) {
+    Args a(args, 2, 2);
+    const std::wstring& chars = a.string(0);
+    const std::wstring& s = a.string(1);
+    std::size_t b = left ? s.find_first_not_of(chars) : 0;
+    if (b == std::wstring::npos) return Value::string(L"");
+    std::size_t e = right ? s.find_last_not_of(chars) + 1 : s.size();
+    return Value::string(s.substr(b, e - b));
+}
+
+Value fnTrim(Interp&, std::vector<Value>& args) { return trim(args, true, true); }
+Value fnLeftTrim(Interp&, std::vector<Value>& args) { return trim(args, true, false); }
+Value fnRightTrim(Interp&, std::vector<Value>& args) { return trim(args, false, true); }
+
+std::size_t startArg(const Args& a, std::size_t i) {
+    return a.has(i) && !a[i].isNil() ? static_cast<std::size_t>(std::max(0, a.integer(i))) : 0;
+}
+
+Value fnSearch(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 3);
+    std::size_t pos = a.string(1).find(a.string(0), startArg(a, 2));
+    return pos == std::wstring::npos ? Value() : Value::integer(static_cast<std::int32_t>(pos));
+}
+
+Value fnSubst(Interp&, std::vector<Value>& args) {
+    Args a(args, 3, 4);
+    std::wstring s = a.string(2);
+    const std::wstring& fresh = a.string(0);
+    const std::wstring& old = a.string(1);
+    std::size_t pos = s.find(old, startArg(a, 3));
+    if (pos != std::wstring::npos) s.replace(pos, old.size(), fresh);
+    return Value::string(std::move(s));
+}
+
+Value fnTranslate(Interp&, std::vector<Value>& args) {
+    Args a(args, 3, 3);
+    const std::wstring& from = a.string(0);
+    const std::wstring& to = a.string(1);
+    std::wstring s = a.string(2);
+    for (auto& c : s) {
+        std::size_t k = from.find(c);
+        if (k != std::wstring::npos && k < to.size()) c = to[k];
+    }
+    return Value::string(std::move(s));
+}
+
+Value fnStringToList(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    std::vector<Value> codes;
+    for (wchar_t c : a.string(0)) codes.push_back(Value::integer(static_cast<std::int32_t>(c)));
+    return Value::list(codes);
+}
+
+Value fnListToString(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    std::wstring s;
+    for (Value v : a.list(0).toVector()) {
+        if (v.type() != Type::Int) badArgType(L"fixnump", v);
+        s += static_cast<wchar_t>(v.asInt());
+    }
+    return Value::string(std::move(s));
+}
+
+Value fnStringPosition(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 4);
+    auto c = static_cast<wchar_t>(a.integer(0));
+    const std::wstring& s = a.string(1);
+    bool fromEnd = a.has(3) && !args[3].isNil();
+    std::size_t start = startArg(a, 2);
+    std::size_t pos = fromEnd ? s.rfind(c) : s.find(c, start);
+    return pos == std::wstring::npos ? Value() : Value::integer(static_cast<std::int32_t>(pos));
+}
+
+Value fnStringElt(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 2);
+    const std::wstring& s = a.string(0);
+    std::int32_t i = a.integer(1);
+    if (i < 0 || static_cast<std::size_t>(i) >= s.size()) badValue(L"index", args[1]);
+    return Value::integer(static_cast<std::int32_t>(s[static_cast<std::size_t>(i)]));
+}
+
+const Builtin kStringLib[] = {
+    {L"strcat", fnStrcat},
+    {L"strlen", fnStrlen},
+    {L"substr", fnSubstr},
+    {L"strcase", fnStrcase},
+    {L"xstrcase", fnStrcase},
+    {L"itoa", fnItoa},
+    {L"atoi", fnAtoi},
+    {L"atof", fnAtof},
+    {L"chr", fnChr},
+    {L"ascii", fnAscii},
+    {L"rtos", fnRtos},
+    {L"angtos", fnAngtos},
+    {L"wcmatch", fnWcmatch},
+    {L"vl-string-trim", fnTrim},
+    {L"vl-string-left-trim", fnLeftTrim},
+    {L"vl-string-right-trim", fnRightTrim},
+    {L"vl-string-search", fnSearch},
+    {L"vl-string-subst", fnSubst},
+    {L"vl-string-translate", fnTranslate},
+    {L"vl-string->list", fnStringToList},
+    {L"vl-list->string", fnListToString},
+    {L"vl-string-position", fnStringPosition},
+    {L"vl-string-elt", fnStringElt},
+};
+
+}  // namespace
+
+void openStringLib(Interp& in) { openLibrary(in, kStringLib); }
+
+}  // namespace lisp

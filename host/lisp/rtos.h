@@ -1,0 +1,17 @@
+// Number and angle to text, as rtos and angtos format them.
+#pragma once
+
+#include <string>
+
+namespace lisp {
+
+// Modes: 1 scientific, 2 decimal, 3 engineering (feet and decimal inches), 4 architectural
+// (feet and fractional inches), 5 fractional. `precision` is decimal places, or for the
+// fractional modes the largest denominator as a power of two. Trailing zeros are kept.
+std::wstring formatDistance(double value, int mode, int precision);
+
+// Modes: 0 degrees, 1 degrees/minutes/seconds, 2 grads, 3 radians. The angle is taken
+// modulo a full turn.
+std::wstring formatAngle(double radians, int mode, int precision);
+
+}  // namespace lisp
