@@ -10,7 +10,11 @@ namespace lisp {
 
 namespace {
 
+// Rounds half away from zero, as a person reading a drawing expects (printf alone rounds
+// 2.5 to 2).
 std::wstring fixed(double v, int precision) {
+    double scale = std::pow(10.0, precision);
+    if (std::fabs(v) * scale < 1e15) v = std::round(v * scale) / scale;
     wchar_t buf[400];
     std::swprintf(buf, 400, L"%.*f", precision, v);
     std::wstring s = buf;
