@@ -1,0 +1,43 @@
+// The reader reads every LISP file of the shared test data (real programs written
+// elsewhere) without a syntax error.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "reader.h"
+#include "text.h"
+
+namespace lisp::test {
+namespace {
+
+std::filesystem::path testdataDir() {
+    if (const char* env = std::getenv("KELVO_TESTDATA")) return std::filesystem::path(env) / "lisp";
+    // <source>/tests/unit/this-file -> <source>/../shared/testdata
+    auto source = std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
+    return source.parent_path() / "shared" / "testdata" / "lisp";
+}
+
+TEST(LispTestdata, ReaderReadsEverySharedFile) {
+    auto dir = testdataDir();
+    if (!std::filesystem::is_directory(dir)) GTEST_SKIP() << "no test data at " << dir;
+    int files = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(dir)) {
+        if (entry.path().extension() != ".lsp") continue;
+        ++files;
+        std::wstring text = readTextFile(entry.path());
+        Reader reader(text);
+        int forms = 0;
+        try {
+            while (reader.next()) ++forms;
+        } catch (const Error& e) {
+            ADD_FAILURE() << entry.path() << ": " << e.what();
+            continue;
+        }
+        EXPECT_GT(forms, 0) << entry.path();
+    }
+    EXPECT_GT(files, 10);
+}
+
+}  // namespace
+}  // namespace lisp::test
