@@ -73,6 +73,15 @@ bool Interp::formsComplete(std::wstring_view source) {
     return true;
 }
 
+std::vector<Value> Interp::readForms(std::wstring_view source) {
+    Reader reader(source);
+    std::vector<Value> forms;
+    while (auto form = reader.next()) forms.push_back(std::move(*form));
+    return forms;
+}
+
+bool Interp::isSilent(const Value& v) { return v.isSilent(); }
+
 std::wstring Interp::prin1String(const Value& v) { return printValue(v, true); }
 std::wstring Interp::princString(const Value& v) { return printValue(v, false); }
 

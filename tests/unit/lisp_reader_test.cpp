@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "lisp_test_support.h"
-#include "reader.h"
+#include "lisp/reader.h"
 
 namespace lisp::test {
 namespace {

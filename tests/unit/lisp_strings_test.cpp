@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "lisp_test_support.h"
-#include "rtos.h"
-#include "wcmatch.h"
+#include "lisp/rtos.h"
+#include "lisp/wcmatch.h"
 
 namespace lisp::test {
 namespace {

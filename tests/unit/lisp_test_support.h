@@ -4,7 +4,7 @@
 #include <deque>
 #include <string>
 
-#include "interp.h"
+#include "lisp/interp.h"
 
 namespace lisp::test {
 

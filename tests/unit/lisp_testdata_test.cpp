@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "reader.h"
-#include "text.h"
+#include "lisp/reader.h"
+#include "lisp/text.h"
 
 namespace lisp::test {
 namespace {
