@@ -1,0 +1,16 @@
+;; args: --no-module
+;; What princ, prin1 and print write, and what they return.
+(prin1 "quote \" backslash \\ tab\t") (terpri)
+(princ "quote \" backslash \\") (terpri)
+(prin1 '(1 2.5 "s" sym (a . b) nil)) (terpri)
+(princ '(1 2.5 "s" sym (a . b) nil)) (terpri)
+(print 1.0) (print 0.5) (print pi) (print 1e20) (print 123456789.0) (print -0.001)
+(terpri)
+(prin1 (list car (defun my-fn () nil) 'my-fn)) (terpri)
+(setq r (princ "returned "))
+(prin1 r) (terpri)
+(prompt "prompt text")
+(terpri)
+(princ (vl-prin1-to-string "x\ny")) (terpri)
+(princ (strcat "pass " (itoa 2) "\n"))
+(princ)

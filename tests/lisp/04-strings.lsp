@@ -1,0 +1,15 @@
+;; args: --no-module
+;; Strings, conversions, rtos and wcmatch.
+(print (list (strcat "Duct" "-" "01") (strlen "Kelvo") (substr "building" 1 5) (substr "building" 6)))
+(print (list (strcase "Mixed Case") (strcase "Mixed Case" t) (chr 75) (ascii "K")))
+(print (list (itoa 255) (atoi "42 pipes") (atof "3.75") (atof "none")))
+(print (list (rtos 1234.5678) (rtos 1234.5678 2 2) (rtos 1234.5678 1 4) (rtos 0.5 2 0)))
+(print (list (rtos 29.75 3 2) (rtos 29.75 4 4) (rtos 29.75 5 4) (rtos 5.5 4 2)))
+(print (list (angtos (/ pi 2)) (angtos (/ pi 4) 0 1) (angtos pi 3 2)))
+(print (list (wcmatch "DUCT-12" "DUCT-##") (wcmatch "DUCT-1A" "DUCT-##")
+             (wcmatch "pipe" "~duct*") (wcmatch "Ab" "[A-Z]@") (wcmatch "x" "a,b,x")
+             (wcmatch "a*" "a`*")))
+(print (list (vl-string-trim " " "  padded  ") (vl-string-search "ct" "duct")
+             (vl-string-subst "pipe" "duct" "a duct run") (vl-string->list "ab")))
+(print (read "(layer . \"0\")"))
+(terpri)

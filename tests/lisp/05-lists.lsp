@@ -1,0 +1,17 @@
+;; args: --no-module
+;; Lists, association lists and the higher-order functions.
+(setq ent '((0 . "LINE") (8 . "WALLS") (10 1.0 2.0 0.0) (62 . 3)))
+(print (cdr (assoc 8 ent)))
+(print (cdr (assoc 10 ent)))
+(print (subst '(8 . "DUCTS") (assoc 8 ent) ent))
+(print (list (car ent) (cadr ent) (caddr ent) (cdar ent) (caar ent)))
+(print (list (length ent) (last '(a b c)) (nth 2 '(a b c)) (reverse '(1 2 3))))
+(print (list (append '(1 2) '(3) nil '(4)) (cons 'a '(b)) (cons 'a 'b) (list)))
+(print (list (member 'c '(a b c d)) (vl-position 'c '(a b c)) (vl-remove 'b '(a b c b))))
+(print (mapcar '+ '(1 2 3) '(10 20 30)))
+(print (vl-sort '("pipe" "duct" "fan") '<))
+(print (vl-remove-if-not 'numberp '(1 "a" 2.5 b)))
+(print (list (atom 'a) (atom '(a)) (listp nil) (null nil) (not 1) (type ent) (type nil)))
+(print (polar '(0 0 0) (/ pi 2) 5))
+(print (list (distance '(1 1) '(4 5)) (angle '(0 0) '(1 1))))
+(terpri)
