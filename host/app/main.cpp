@@ -95,6 +95,7 @@ std::vector<std::wstring> readLines(const std::string& path) {
 }
 
 void printError(const std::wstring& message) {
+    Host::instance().freshLine();
     std::fflush(stdout);
     std::fprintf(stderr, "; error: %s\n", toUtf8(message).c_str());
 }
@@ -145,6 +146,7 @@ bool runSource(const std::wstring& source, lisp::Value* last) {
 
 void echo(const lisp::Value& v) {
     if (lisp::Interp::isSilent(v)) return;
+    Host::instance().freshLine();
     Host::instance().write(lisp::Interp::prin1String(v) + L"\n");
 }
 
@@ -164,6 +166,7 @@ bool commandLine() {
         } else {
             Host::instance().write(fromUtf8(prompt));
             if (!std::getline(std::cin, line)) break;
+            Host::instance().write(fromUtf8(line) + L"\n");   // a transcript shows the input
         }
         pending += fromUtf8(line) + L"\n";
         if (!lisp::Interp::formsComplete(pending)) continue;
@@ -172,7 +175,6 @@ bool commandLine() {
         else ok = false;
         pending.clear();
     }
-    if (!terminal) Host::instance().write(L"\n");
     return ok;
 }
 
@@ -214,8 +216,9 @@ int main(int argc, char** argv) {
     }
     host.newDocument();
     if (o.listFunctions) {
+        host.freshLine();
         for (auto& [code, name] : host.definedFunctions())
-            std::printf("%d %s\n", code, toUtf8(name).c_str());
+            host.write(std::to_wstring(code) + L" " + name + L"\n");
         host.shutdown();
         return ok ? 0 : 1;
     }

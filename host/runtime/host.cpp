@@ -31,6 +31,8 @@ void Host::setOutput(std::function<void(std::wstring_view)> sink) {
 }
 
 void Host::write(std::wstring_view text) {
+    if (text.empty()) return;
+    impl_->atLineStart = text.back() == L'\n';
     if (impl_->output) {
         impl_->output(text);
         return;
@@ -38,6 +40,10 @@ void Host::write(std::wstring_view text) {
     std::string bytes = toUtf8(text);
     std::fwrite(bytes.data(), 1, bytes.size(), stdout);
     std::fflush(stdout);
+}
+
+void Host::freshLine() {
+    if (!impl_->atLineStart) write(L"\n");
 }
 
 void Host::setInputLines(std::vector<std::wstring> lines) {
@@ -114,6 +120,7 @@ UiBackend& Host::ui() { return *impl_->ui; }
 void Host::setUi(std::unique_ptr<UiBackend> backend) { impl_->ui = std::move(backend); }
 
 void Host::shutdown() {
+    freshLine();
     while (documentCount() > 0) closeDocument(documentCount() - 1);
     collectClosed();
     while (!impl_->modules.empty()) {

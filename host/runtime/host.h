@@ -26,6 +26,9 @@ public:
     // Where the command line goes (acutPrintf, princ ...). Default: standard output.
     void setOutput(std::function<void(std::wstring_view)> sink);
     void write(std::wstring_view text);
+    // Ends the current command-line line if something is on it, so that what the host
+    // prints next starts a line of its own.
+    void freshLine();
     // Answers to prompts, one per line; without a source, prompts read the terminal.
     void setInputLines(std::vector<std::wstring> lines);
     std::optional<std::wstring> readInputLine(std::wstring_view prompt);

@@ -64,6 +64,7 @@ struct CallFrame {
 
 struct Host::Impl {
     std::function<void(std::wstring_view)> output;
+    bool atLineStart = true;
     std::optional<std::deque<std::wstring>> input;   // scripted answers to prompts
 
     std::vector<std::unique_ptr<Document>> documents;
