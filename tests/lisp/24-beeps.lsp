@@ -1,0 +1,11 @@
+; Beeps: the simple beep, and the sounds named for kv_message_beep.
+(defun show (value) (prin1 value) (terpri))
+(show (kv_beep))
+(show (kv_message_beep))
+(show (kv_message_beep 16))
+(show (kv_message_beep "HAND"))
+(show (kv_message_beep "?"))
+(show (kv_message_beep "*"))
+(show (kv_message_beep "!"))
+(show (kv_message_beep "OK"))
+(show (kv_message_beep "hand"))

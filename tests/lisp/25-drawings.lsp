@@ -1,0 +1,15 @@
+; Every drawing that opens gets both tables; closing drawings leaves the others working.
+; LISP definitions are per drawing, so each line stands alone.
+(prin1 (kv_getVersion)) (terpri)
+(host:new)
+(prin1 (length (host:documents))) (terpri)
+(prin1 (kv_getVersion)) (terpri)
+(prin1 (numberp (kv_random))) (terpri)
+(host:close)
+(prin1 (length (host:documents))) (terpri)
+(prin1 (kv_getVersion)) (terpri)
+(host:new)
+(host:activate 0)
+(host:close)
+(prin1 (host:documents)) (terpri)
+(prin1 (kv_mkdir "still-here")) (terpri)
