@@ -1,21 +1,14 @@
-// Entity names and object ids. An entity name's first word is the object's id, so the
-// two convert into each other; a null id has no name and a zero name has no object.
+// Entity names and object ids. A name converts to an id only when it names an object of
+// an open drawing's database, and an id to a name likewise. The drawing databases hold
+// no objects yet (entities come with the drawing database), so every name and every id
+// is unknown and both conversions answer RTERROR.
 
 #include "adslib.h"
 #include "dbid.h"
 
-int acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
-    if (!name || name[0] == 0) {
-        id.setNull();
-        return RTERROR;
-    }
-    id = AcDbObjectId(name[0]);
-    return RTNORM;
+int acdbGetObjectId(AcDbObjectId& id, const ads_name) {
+    id.setNull();
+    return RTERROR;
 }
 
-int acdbGetAdsName(ads_name name, AcDbObjectId id) {
-    if (!name || id.isNull()) return RTERROR;
-    name[0] = id.asOldId();
-    name[1] = 0;
-    return RTNORM;
-}
+int acdbGetAdsName(ads_name, AcDbObjectId) { return RTERROR; }

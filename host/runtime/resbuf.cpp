@@ -14,7 +14,7 @@ RbKind rbKindOf(int restype) {
         case RTPOINT: case RT3DPOINT: return RbKind::Point;
         case RTSHORT: return RbKind::Short;
         case RTLONG: return RbKind::Long;
-        case RTSTR: return RbKind::String;
+        case RTSTR: case RTDXF0: return RbKind::String;   // RTDXF0: group 0 in a build list
         case RTENAME: case RTPICKS: return RbKind::Name;
         case RTLB: case RTLE: case RTDOTE: case RTNIL: case RTT: case RTNONE: case RTVOID:
             return RbKind::None;

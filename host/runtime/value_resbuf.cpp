@@ -113,7 +113,7 @@ Value pointValue(const double* p, bool threeD) {
 
 // A node of an entity-data group code becomes (code . value), or (code x y z) for points.
 Value groupValue(const resbuf* rb) {
-    Value code = Value::integer(rb->restype);
+    Value code = Value::integer(rb->restype == RTDXF0 ? 0 : rb->restype);
     switch (rbKindOf(rb->restype)) {
         case RbKind::Real: return Value::cons(code, Value::real(rb->resval.rreal));
         case RbKind::Point: return Value::cons(code, pointValue(rb->resval.rpoint, true));
@@ -136,6 +136,7 @@ Value readValue(const resbuf*& rb) {
         case RTSHORT: return Value::integer(node->resval.rint);
         case RTLONG: return Value::integer(node->resval.rlong);
         case RTSTR: return Value::string(node->resval.rstring ? node->resval.rstring : L"");
+        case RTDXF0: return groupValue(node);
         case RTPOINT: return pointValue(node->resval.rpoint, false);
         case RT3DPOINT: return pointValue(node->resval.rpoint, true);
         case RTENAME: return Value::ename(node->resval.rlname[0]);

@@ -60,7 +60,7 @@ TEST(ValueList, BuildListCopiesStringsAndRefusesUnknownCodes) {
 
 TEST(ValueList, GroupCodesCarryTheValueOfTheirRange) {
     ads_point p = {1, 2, 3};
-    Chain rb(acutBuildList(0, L"LINE", 8, L"WALLS", 10, p, 40, 2.5, 62, 3, 90, 70000,
+    Chain rb(acutBuildList(RTDXF0, L"LINE", 8, L"WALLS", 10, p, 40, 2.5, 62, 3, 90, 70000,
                            1000, L"key", 1040, 1.25, 1071, 123456, 0));
     ASSERT_TRUE(rb);
     EXPECT_EQ(printed(chainToList(rb.get())),
