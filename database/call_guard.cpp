@@ -20,6 +20,8 @@ void checkCurrentDocument() {
     checkedDocument() = fileName != nullptr ? fileName : L"";
 }
 
-const std::wstring& lastCheckedDocument() { return checkedDocument(); }
+const std::wstring& lastCheckedDocument() {
+    return checkedDocument();
+}
 
 }  // namespace kelvo::database

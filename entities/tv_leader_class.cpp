@@ -18,8 +18,7 @@ AcRxClass*& descriptor() {
 
 AcRxClass* registerTvLeaderClass() {
     if (descriptor() == nullptr) {
-        descriptor() = newAcRxClass(L"TVLeader", L"AcDbEntity", 0, nullptr, L"TVLEADER",
-                                    kAppName);
+        descriptor() = newAcRxClass(L"TVLeader", L"AcDbEntity", 0, nullptr, L"TVLEADER", kAppName);
     }
     return descriptor();
 }
@@ -30,6 +29,8 @@ void unregisterTvLeaderClass() {
     descriptor() = nullptr;
 }
 
-AcRxClass* tvLeaderClass() { return descriptor(); }
+AcRxClass* tvLeaderClass() {
+    return descriptor();
+}
 
 }  // namespace kelvo

@@ -9,17 +9,25 @@
 namespace kelvo {
 namespace {
 
-bool isType(Cursor cursor, short type) { return cursor != nullptr && cursor->restype == type; }
+bool isType(Cursor cursor, short type) {
+    return cursor != nullptr && cursor->restype == type;
+}
 
-bool isGroupCode(Cursor cursor) { return cursor != nullptr && cursor->restype < 1000; }
+bool isGroupCode(Cursor cursor) {
+    return cursor != nullptr && cursor->restype < 1000;
+}
 
 bool isPointGroupCode(Cursor cursor) {
     return cursor != nullptr && cursor->restype >= 10 && cursor->restype <= 17;
 }
 
-bool isIntegerNode(Cursor cursor) { return isType(cursor, RTSHORT) || isType(cursor, RTLONG); }
+bool isIntegerNode(Cursor cursor) {
+    return isType(cursor, RTSHORT) || isType(cursor, RTLONG);
+}
 
-bool isNumberNode(Cursor cursor) { return isType(cursor, RTREAL) || isIntegerNode(cursor); }
+bool isNumberNode(Cursor cursor) {
+    return isType(cursor, RTREAL) || isIntegerNode(cursor);
+}
 
 void copyPoint(const ads_real* from, ads_point to, bool flat) {
     to[X] = from[X];
@@ -100,12 +108,17 @@ bool readInteger(Cursor& cursor, std::int32_t& out) {
         return true;
     }
     switch (cursor->restype) {
-        case RTSHORT: out = cursor->resval.rint; break;
-        case RTLONG: out = cursor->resval.rlong; break;
+        case RTSHORT:
+            out = cursor->resval.rint;
+            break;
+        case RTLONG:
+            out = cursor->resval.rlong;
+            break;
         case RTREAL:
             if (!truncateToInt32(cursor->resval.rreal, out)) return false;
             break;
-        default: return false;
+        default:
+            return false;
     }
     cursor = cursor->rbnext;
     return true;
@@ -147,9 +160,13 @@ bool skipArgument(Cursor& cursor) {
     return true;
 }
 
-bool readSelectionSet(Cursor& cursor, ads_name out) { return readName(cursor, RTPICKS, out); }
+bool readSelectionSet(Cursor& cursor, ads_name out) {
+    return readName(cursor, RTPICKS, out);
+}
 
-bool readEntity(Cursor& cursor, ads_name out) { return readName(cursor, RTENAME, out); }
+bool readEntity(Cursor& cursor, ads_name out) {
+    return readName(cursor, RTENAME, out);
+}
 
 bool readObject(Cursor& cursor, AcDbObjectId& out) {
     Cursor at = cursor;

@@ -24,8 +24,9 @@ void reportDownloadFailure() {
     acutPrintf(L"\nError downloading %s", kFixUrl);
     acutPrintf(L"\nPlease contact Tarvik Software technical support by telephone at %s.",
                kSupportPhone);
-    const std::wstring text = std::wstring(L"Error downloading FixDAO.exe.\n"
-                                           L"Contact Tarvik Software technical support.\n") +
+    const std::wstring text = std::wstring(
+                                  L"Error downloading FixDAO.exe.\n"
+                                  L"Contact Tarvik Software technical support.\n") +
                               kSupportPhone;
     hostMessageBox(hostMainWindow(), text.c_str(), kErrorCaption, MB_OK);
 }
@@ -33,9 +34,10 @@ void reportDownloadFailure() {
 void reportDownloadStarted() {
     acutPrintf(L"\nDownloading %s", kFixUrl);
     const std::wstring text =
-        std::wstring(L"Finish downloading fixDAO.exe.\nClose AutoCAD.\nRun fixDAO.exe.\n"
-                     L"Restart AutoCAD.\n\nIf you continue to have problems, contact Tarvik "
-                     L"Software technical support.\n") +
+        std::wstring(
+            L"Finish downloading fixDAO.exe.\nClose AutoCAD.\nRun fixDAO.exe.\n"
+            L"Restart AutoCAD.\n\nIf you continue to have problems, contact Tarvik "
+            L"Software technical support.\n") +
         kSupportPhone;
     hostMessageBox(hostMainWindow(), text.c_str(), kErrorCaption, MB_OK);
 }
@@ -79,6 +81,8 @@ void stopDao() {
     started = false;
 }
 
-bool daoStarted() { return started; }
+bool daoStarted() {
+    return started;
+}
 
 }  // namespace kelvo

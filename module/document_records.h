@@ -10,9 +10,9 @@
 namespace kelvo {
 
 struct DocumentRecord {
-    std::wstring documentFileName;           // the current document's name at its open
-    CDBConnection* connection = nullptr;     // null until the document connects
-    std::wstring secondText;                 // emptied whenever the connection is dropped
+    std::wstring documentFileName;        // the current document's name at its open
+    CDBConnection* connection = nullptr;  // null until the document connects
+    std::wstring secondText;              // emptied whenever the connection is dropped
     bool flag = false;
 };
 

@@ -34,6 +34,8 @@ void detachEditorReactor() {
     reactor().reset();
 }
 
-kvEditorReactor* editorReactor() { return reactor().get(); }
+kvEditorReactor* editorReactor() {
+    return reactor().get();
+}
 
 }  // namespace kelvo

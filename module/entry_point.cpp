@@ -21,8 +21,14 @@ constexpr int kApiVersion = 15;
 int moduleToken = 0;
 }  // namespace
 
-KELVO_EXPORT int acrxGetApiVersion() { return kApiVersion; }
+KELVO_EXPORT int acrxGetApiVersion() {
+    return kApiVersion;
+}
 
-KELVO_EXPORT void* odrxCreateModuleObject() { return &moduleToken; }
+KELVO_EXPORT void* odrxCreateModuleObject() {
+    return &moduleToken;
+}
 
-KELVO_EXPORT int odrxGetAPIVersion() { return kApiVersion; }
+KELVO_EXPORT int odrxGetAPIVersion() {
+    return kApiVersion;
+}

@@ -41,12 +41,24 @@ int twoPathHandler(TwoPathOperation operation, bool countFirst) {
     return kArgOk;
 }
 
-int mkdirHandler() { return onePathHandler(makeFolder, kWrongArgType); }
-int rmdirHandler() { return onePathHandler(removeFolder, kWrongArgType); }
-int fdeleteHandler() { return onePathHandler(deleteFile, kArgOk); }
-int fcopyHandler() { return twoPathHandler(copyFile, true); }
-int fcopyIfChangedHandler() { return twoPathHandler(copyFileIfNewer, true); }
-int fmoveHandler() { return twoPathHandler(moveFile, false); }
+int mkdirHandler() {
+    return onePathHandler(makeFolder, kWrongArgType);
+}
+int rmdirHandler() {
+    return onePathHandler(removeFolder, kWrongArgType);
+}
+int fdeleteHandler() {
+    return onePathHandler(deleteFile, kArgOk);
+}
+int fcopyHandler() {
+    return twoPathHandler(copyFile, true);
+}
+int fcopyIfChangedHandler() {
+    return twoPathHandler(copyFileIfNewer, true);
+}
+int fmoveHandler() {
+    return twoPathHandler(moveFile, false);
+}
 
 int fdirHandler() {
     HandlerArgs args;
@@ -63,12 +75,26 @@ int fdirHandler() {
 
 }  // namespace
 
-int kvMkdir() { return runDatabaseCall(mkdirHandler); }
-int kvRmdir() { return runDatabaseCall(rmdirHandler); }
-int kvFdelete() { return runDatabaseCall(fdeleteHandler); }
-int kvFdir() { return runDatabaseCall(fdirHandler); }
-int kvFcopy() { return runDatabaseCall(fcopyHandler); }
-int kvFcopyIfChanged() { return runDatabaseCall(fcopyIfChangedHandler); }
-int kvFmove() { return runDatabaseCall(fmoveHandler); }
+int kvMkdir() {
+    return runDatabaseCall(mkdirHandler);
+}
+int kvRmdir() {
+    return runDatabaseCall(rmdirHandler);
+}
+int kvFdelete() {
+    return runDatabaseCall(fdeleteHandler);
+}
+int kvFdir() {
+    return runDatabaseCall(fdirHandler);
+}
+int kvFcopy() {
+    return runDatabaseCall(fcopyHandler);
+}
+int kvFcopyIfChanged() {
+    return runDatabaseCall(fcopyIfChangedHandler);
+}
+int kvFmove() {
+    return runDatabaseCall(fmoveHandler);
+}
 
 }  // namespace kelvo

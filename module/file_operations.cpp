@@ -72,11 +72,17 @@ std::pair<std::string, std::string> splitPattern(const std::string& pattern) {
 
 }  // namespace
 
-bool makeFolder(const std::string& path) { return ::mkdir(path.c_str(), 0777) == 0; }
+bool makeFolder(const std::string& path) {
+    return ::mkdir(path.c_str(), 0777) == 0;
+}
 
-bool removeFolder(const std::string& path) { return ::rmdir(path.c_str()) == 0; }
+bool removeFolder(const std::string& path) {
+    return ::rmdir(path.c_str()) == 0;
+}
 
-bool deleteFile(const std::string& path) { return ::unlink(path.c_str()) == 0; }
+bool deleteFile(const std::string& path) {
+    return ::unlink(path.c_str()) == 0;
+}
 
 bool copyFile(const std::string& source, const std::string& destination) {
     std::error_code ec;
@@ -101,8 +107,8 @@ bool copyFileIfNewer(const std::string& source, const std::string& destination) 
 }
 
 bool moveFile(const std::string& source, const std::string& destination) {
-    if (::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, destination.c_str(),
-                    RENAME_NOREPLACE) == 0) {
+    if (::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, destination.c_str(), RENAME_NOREPLACE) ==
+        0) {
         return true;
     }
     if (errno == EXDEV) return moveAcrossFileSystems(source, destination);

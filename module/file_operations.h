@@ -7,9 +7,9 @@
 
 namespace kelvo {
 
-bool makeFolder(const std::string& path);     // fails when it exists or its parent does not
-bool removeFolder(const std::string& path);   // fails unless it is an empty folder
-bool deleteFile(const std::string& path);     // files and links only, never a folder
+bool makeFolder(const std::string& path);    // fails when it exists or its parent does not
+bool removeFolder(const std::string& path);  // fails unless it is an empty folder
+bool deleteFile(const std::string& path);    // files and links only, never a folder
 // Copies a file over an existing destination, keeping the source's modification time.
 bool copyFile(const std::string& source, const std::string& destination);
 // Copies only when both exist and the source's modification time, in whole seconds, is

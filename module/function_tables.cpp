@@ -195,13 +195,21 @@ static_assert(std::size(kDatabaseTable) == 62, "the database table has codes 0 t
 
 }  // namespace
 
-std::span<const LispFunction> databaseFunctions() { return kDatabaseTable; }
+std::span<const LispFunction> databaseFunctions() {
+    return kDatabaseTable;
+}
 
-std::span<const LispFunction> generalFunctions() { return kGeneralTable; }
+std::span<const LispFunction> generalFunctions() {
+    return kGeneralTable;
+}
 
-int databaseTableLength() { return static_cast<int>(std::size(kDatabaseTable)); }
+int databaseTableLength() {
+    return static_cast<int>(std::size(kDatabaseTable));
+}
 
-void defineDatabaseFunctions() { defineTable(kDatabaseTable, 0, notBuiltDatabaseFunction); }
+void defineDatabaseFunctions() {
+    defineTable(kDatabaseTable, 0, notBuiltDatabaseFunction);
+}
 
 void defineGeneralFunctions() {
     defineTable(kGeneralTable, databaseTableLength(), notBuiltGeneralFunction);

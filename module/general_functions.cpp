@@ -32,8 +32,12 @@ int realFunctionHandler(RealFunction function) {
     return kArgOk;
 }
 
-int asinHandler() { return realFunctionHandler([](double x) { return std::asin(x); }); }
-int acosHandler() { return realFunctionHandler([](double x) { return std::acos(x); }); }
+int asinHandler() {
+    return realFunctionHandler([](double x) { return std::asin(x); });
+}
+int acosHandler() {
+    return realFunctionHandler([](double x) { return std::acos(x); });
+}
 
 int powHandler() {
     HandlerArgs args;
@@ -83,8 +87,7 @@ int computerNameHandler() {
 bool onNetworkFileSystem(const std::string& path) {
     struct statfs info {};
     if (::statfs(path.c_str(), &info) != 0) return false;
-    constexpr unsigned long kNfs = 0x6969, kSmb = 0x517B, kCifs = 0xFF534D42,
-                            kSmb2 = 0xFE534D42;
+    constexpr unsigned long kNfs = 0x6969, kSmb = 0x517B, kCifs = 0xFF534D42, kSmb2 = 0xFE534D42;
     const auto type = static_cast<unsigned long>(info.f_type);
     return type == kNfs || type == kSmb || type == kCifs || type == kSmb2;
 }
@@ -100,13 +103,29 @@ int networkPathHandler() {
 
 }  // namespace
 
-int tvAsin() { return runGuarded(asinHandler); }
-int tvAcos() { return runGuarded(acosHandler); }
-int tvPow() { return runGuarded(powHandler); }
-int tvRand() { return runGuarded(randHandler); }
-int tvGetTempPath() { return runGuarded(tempPathHandler); }
-int tvIsFileReadOnly() { return runGuarded(readOnlyHandler); }
-int tvGetComputerName() { return runGuarded(computerNameHandler); }
-int tvPathIsNetworkPath() { return runGuarded(networkPathHandler); }
+int tvAsin() {
+    return runGuarded(asinHandler);
+}
+int tvAcos() {
+    return runGuarded(acosHandler);
+}
+int tvPow() {
+    return runGuarded(powHandler);
+}
+int tvRand() {
+    return runGuarded(randHandler);
+}
+int tvGetTempPath() {
+    return runGuarded(tempPathHandler);
+}
+int tvIsFileReadOnly() {
+    return runGuarded(readOnlyHandler);
+}
+int tvGetComputerName() {
+    return runGuarded(computerNameHandler);
+}
+int tvPathIsNetworkPath() {
+    return runGuarded(networkPathHandler);
+}
 
 }  // namespace kelvo

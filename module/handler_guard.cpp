@@ -8,7 +8,9 @@
 namespace kelvo {
 namespace {
 
-void printMessage(const ACHAR* message) { acutPrintf(L"%s", message); }
+void printMessage(const ACHAR* message) {
+    acutPrintf(L"%s", message);
+}
 
 }  // namespace
 

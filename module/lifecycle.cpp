@@ -72,11 +72,16 @@ AcRx::AppRetCode closeDrawing() {
 
 AcRx::AppRetCode dispatchAppMessage(AcRx::AppMsgCode msg, void* pkt) {
     switch (msg) {
-        case AcRx::kInitAppMsg: return startModule(pkt);
-        case AcRx::kUnloadAppMsg: return stopModule();
-        case AcRx::kLoadDwgMsg: return openDrawing();
-        case AcRx::kUnloadDwgMsg: return closeDrawing();
-        default: return AcRx::kRetOK;
+        case AcRx::kInitAppMsg:
+            return startModule(pkt);
+        case AcRx::kUnloadAppMsg:
+            return stopModule();
+        case AcRx::kLoadDwgMsg:
+            return openDrawing();
+        case AcRx::kUnloadDwgMsg:
+            return closeDrawing();
+        default:
+            return AcRx::kRetOK;
     }
 }
 

@@ -21,8 +21,8 @@ struct Keyword {
 
 // Button sets: each replaces the whole style, icons and default button included.
 constexpr Keyword kButtonKeywords[] = {
-    {L"ABORT", MB_ABORTRETRYIGNORE}, {L"OK", MB_OK},          {L"OKCANCEL", MB_OKCANCEL},
-    {L"RETRYCANCEL", MB_RETRYCANCEL}, {L"YESNO", MB_YESNO},    {L"YESNOCANCEL", MB_YESNOCANCEL},
+    {L"ABORT", MB_ABORTRETRYIGNORE},  {L"OK", MB_OK},       {L"OKCANCEL", MB_OKCANCEL},
+    {L"RETRYCANCEL", MB_RETRYCANCEL}, {L"YESNO", MB_YESNO}, {L"YESNOCANCEL", MB_YESNOCANCEL},
 };
 
 // Icons and default buttons: combined into the style.
@@ -33,8 +33,11 @@ constexpr Keyword kFlagKeywords[] = {
 };
 
 constexpr Keyword kBeepSounds[] = {
-    {L"?", MB_ICONQUESTION}, {L"*", MB_ICONASTERISK}, {L"HAND", MB_ICONHAND},
-    {L"!", MB_ICONEXCLAMATION}, {L"OK", 0},
+    {L"?", MB_ICONQUESTION},
+    {L"*", MB_ICONASTERISK},
+    {L"HAND", MB_ICONHAND},
+    {L"!", MB_ICONEXCLAMATION},
+    {L"OK", 0},
 };
 
 const Keyword* findKeyword(const auto& keywords, const std::wstring& text) {
@@ -51,8 +54,8 @@ unsigned applyStyleKeyword(unsigned style, const std::wstring& text) {
 }
 
 const ACHAR* buttonName(int answer) {
-    static constexpr const ACHAR* kNames[] = {L"OK",    L"CANCEL", L"ABORT", L"RETRY",
-                                              L"IGNORE", L"YES",   L"NO"};
+    static constexpr const ACHAR* kNames[] = {L"OK",     L"CANCEL", L"ABORT", L"RETRY",
+                                              L"IGNORE", L"YES",    L"NO"};
     if (answer < IDOK || answer > IDNO) return nullptr;
     return kNames[answer - IDOK];
 }
@@ -113,10 +116,20 @@ int versionHandler() {
 
 }  // namespace
 
-int kvBeep() { return runDatabaseCall(beepHandler); }
-int kvMessageBeep() { return runDatabaseCall(messageBeepHandler); }
-int kvMessageBox() { return runDatabaseCall(messageBoxHandler); }
-int kvRandom() { return runDatabaseCall(randomHandler); }
-int kvGetVersion() { return runDatabaseCall(versionHandler); }
+int kvBeep() {
+    return runDatabaseCall(beepHandler);
+}
+int kvMessageBeep() {
+    return runDatabaseCall(messageBeepHandler);
+}
+int kvMessageBox() {
+    return runDatabaseCall(messageBoxHandler);
+}
+int kvRandom() {
+    return runDatabaseCall(randomHandler);
+}
+int kvGetVersion() {
+    return runDatabaseCall(versionHandler);
+}
 
 }  // namespace kelvo

@@ -18,8 +18,12 @@ int notBuiltHandler() {
 
 }  // namespace
 
-int notBuiltDatabaseFunction() { return runDatabaseCall(notBuiltHandler); }
+int notBuiltDatabaseFunction() {
+    return runDatabaseCall(notBuiltHandler);
+}
 
-int notBuiltGeneralFunction() { return runGuarded(notBuiltHandler); }
+int notBuiltGeneralFunction() {
+    return runGuarded(notBuiltHandler);
+}
 
 }  // namespace kelvo

@@ -5,7 +5,7 @@
 
 namespace kelvo {
 
-int notBuiltDatabaseFunction();   // through the database per-call guard, like every kv_
+int notBuiltDatabaseFunction();  // through the database per-call guard, like every kv_
 int notBuiltGeneralFunction();
 
 }  // namespace kelvo

@@ -19,7 +19,9 @@ void ResultBuilder::append(resbuf* nodes) {
     tail_ = &last->rbnext;
 }
 
-void ResultBuilder::open() { append(acutBuildList(RTLB, 0)); }
+void ResultBuilder::open() {
+    append(acutBuildList(RTLB, 0));
+}
 
 void ResultBuilder::close() {
     append(acutBuildList(RTLE, 0));
@@ -28,11 +30,17 @@ void ResultBuilder::close() {
     tail_ = nullptr;
 }
 
-void ResultBuilder::addText(const std::wstring& text) { append(acutBuildList(RTSTR, text.c_str(), 0)); }
+void ResultBuilder::addText(const std::wstring& text) {
+    append(acutBuildList(RTSTR, text.c_str(), 0));
+}
 
-void ResultBuilder::addReal(double value) { append(acutBuildList(RTREAL, value, 0)); }
+void ResultBuilder::addReal(double value) {
+    append(acutBuildList(RTREAL, value, 0));
+}
 
-void ResultBuilder::addBool(bool value) { append(acutBuildList(value ? RTT : RTNIL, 0)); }
+void ResultBuilder::addBool(bool value) {
+    append(acutBuildList(value ? RTT : RTNIL, 0));
+}
 
 void ResultBuilder::addPoint(const ads_point point) {
     append(acutBuildList(RT3DPOINT, point, 0));
@@ -77,12 +85,16 @@ void ResultBuilder::addPair(std::int32_t key, std::int32_t value) {
 
 bool ResultBuilder::addPair(const std::wstring& key, const resbuf& value) {
     switch (value.restype) {
-        case RTREAL: addPair(key, value.resval.rreal); return true;
+        case RTREAL:
+            addPair(key, value.resval.rreal);
+            return true;
         case RTSHORT:
             append(acutBuildList(RTLB, RTSTR, key.c_str(), RTDOTE, RTSHORT,
                                  static_cast<int>(value.resval.rint), RTLE, 0));
             return true;
-        case RTLONG: addPair(key, static_cast<std::int32_t>(value.resval.rlong)); return true;
+        case RTLONG:
+            addPair(key, static_cast<std::int32_t>(value.resval.rlong));
+            return true;
         case RTSTR:
             addPair(key, std::wstring(value.resval.rstring ? value.resval.rstring : L""));
             return true;
@@ -91,7 +103,8 @@ bool ResultBuilder::addPair(const std::wstring& key, const resbuf& value) {
             append(acutBuildList(RTLB, RTSTR, key.c_str(), RTDOTE, value.restype,
                                  value.resval.rpoint, RTLE, 0));
             return true;
-        default: return false;
+        default:
+            return false;
     }
 }
 

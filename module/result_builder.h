@@ -20,13 +20,13 @@ public:
     ResultBuilder(const ResultBuilder&) = delete;
     ResultBuilder& operator=(const ResultBuilder&) = delete;
 
-    void open();    // RTLB
-    void close();   // RTLE, then acedRetList and release
+    void open();   // RTLB
+    void close();  // RTLE, then acedRetList and release
     bool empty() const { return head_ == nullptr; }
 
     void addText(const std::wstring& text);
     void addReal(double value);
-    void addBool(bool value);   // T or nil
+    void addBool(bool value);  // T or nil
     void addPoint(const ads_point point);
 
     // Dotted pairs: (first . second).
@@ -49,7 +49,7 @@ private:
     void append(resbuf* nodes);
 
     ValueList head_;
-    resbuf** tail_ = nullptr;   // the last node's rbnext, while head_ is set
+    resbuf** tail_ = nullptr;  // the last node's rbnext, while head_ is set
 };
 
 // acedRetInt when the value fits in 16 bits, otherwise acedRetReal.

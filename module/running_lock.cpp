@@ -60,6 +60,8 @@ std::filesystem::path runningLockPath() {
     return std::filesystem::path("/tmp/kelvo-" + std::to_string(::getuid())) / "TarvikKelvo";
 }
 
-bool holdRunningLock() { return runningLock.hold(); }
+bool holdRunningLock() {
+    return runningLock.hold();
+}
 
 }  // namespace kelvo

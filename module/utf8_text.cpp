@@ -6,7 +6,9 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool isScalarValue(char32_t c) { return c < 0x110000 && (c < 0xD800 || c > 0xDFFF); }
+bool isScalarValue(char32_t c) {
+    return c < 0x110000 && (c < 0xD800 || c > 0xDFFF);
+}
 
 void appendUtf8(std::string& out, char32_t c) {
     if (!isScalarValue(c)) c = kReplacement;

@@ -55,7 +55,7 @@ TEST(ArgReaders, TextFailsOnOtherTypesAndAtTheEnd) {
 }
 
 TEST(ArgReaders, NarrowTextKeepsTheLowByteOfEachCharacter) {
-    auto args = list(RTSTR, L"A\u0142z");   // U+0142 has low byte 0x42 'B'
+    auto args = list(RTSTR, L"A\u0142z");  // U+0142 has low byte 0x42 'B'
     Cursor at = args.get();
     std::unique_ptr<char[]> text;
     ASSERT_TRUE(readNarrowText(at, text));
@@ -83,7 +83,7 @@ TEST(ArgReaders, BooleanRules) {
     EXPECT_TRUE(b);
     EXPECT_TRUE(c);
     const resbuf* listEnd = at;
-    EXPECT_TRUE(readBoolean(at, d));   // an empty list: false, RTLE left in place
+    EXPECT_TRUE(readBoolean(at, d));  // an empty list: false, RTLE left in place
     EXPECT_FALSE(d);
     EXPECT_EQ(at, listEnd);
 
@@ -119,12 +119,12 @@ TEST(ArgReaders, ThreeDPointFromEveryForm) {
     Cursor at = args.get();
     ads_point out{};
     ASSERT_TRUE(read3dPoint(at, out));
-    EXPECT_EQ(out[Z], 0.0);   // a 2D point has no z
+    EXPECT_EQ(out[Z], 0.0);  // a 2D point has no z
     ASSERT_TRUE(read3dPoint(at, out));
     EXPECT_EQ(out[Z], 6.0);
-    ASSERT_TRUE(read3dPoint(at, out));   // group code 11
+    ASSERT_TRUE(read3dPoint(at, out));  // group code 11
     EXPECT_EQ(out[X], 4.0);
-    ASSERT_TRUE(read3dPoint(at, out));   // two numbers, then a text: z is 0
+    ASSERT_TRUE(read3dPoint(at, out));  // two numbers, then a text: z is 0
     EXPECT_EQ(out[X], 7.0);
     EXPECT_EQ(out[Y], 8.0);
     EXPECT_EQ(out[Z], 0.0);
@@ -138,7 +138,7 @@ TEST(ArgReaders, ThreeDPointTakesAThirdNumberAndFailsWithoutMoving) {
     ASSERT_TRUE(read3dPoint(at, out));
     EXPECT_EQ(out[Z], 3.0);
     const resbuf* last = at;
-    EXPECT_FALSE(read3dPoint(at, out));   // one number only
+    EXPECT_FALSE(read3dPoint(at, out));  // one number only
     EXPECT_EQ(at, last);
 }
 

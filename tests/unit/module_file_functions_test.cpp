@@ -84,8 +84,7 @@ TEST_F(FileFunctions, DirectoryListingIncludesDotEntriesAndFolders) {
     fs::create_directory(folder_ / "sub");
     EXPECT_EQ(call(kvFdir, list(RTSTR, path("*").c_str())).result,
               L"(\".\" \"..\" \"a.dwg\" \"b.dwg\" \"c.txt\" \"sub\")");
-    EXPECT_EQ(call(kvFdir, list(RTSTR, path("*.dwg").c_str())).result,
-              L"(\"a.dwg\" \"b.dwg\")");
+    EXPECT_EQ(call(kvFdir, list(RTSTR, path("*.dwg").c_str())).result, L"(\"a.dwg\" \"b.dwg\")");
     EXPECT_EQ(call(kvFdir, list(RTSTR, path("?.txt").c_str())).result, L"(\"c.txt\")");
     EXPECT_EQ(call(kvFdir, list(RTSTR, path("*.*").c_str())).result,
               call(kvFdir, list(RTSTR, path("*").c_str())).result);
@@ -129,14 +128,14 @@ TEST_F(FileFunctions, CopyIfChangedRefreshesOnlyAnOlderCopy) {
     write("dst", "old");
     const auto args = [&] { return list(RTSTR, path("src").c_str(), RTSTR, path("dst").c_str()); };
     fs::last_write_time(folder_ / "dst", fs::last_write_time(folder_ / "src"));
-    EXPECT_EQ(call(kvFcopyIfChanged, args()).result, L"nil");   // same time
+    EXPECT_EQ(call(kvFcopyIfChanged, args()).result, L"nil");  // same time
     EXPECT_EQ(read("dst"), "old");
-    setAge("src", std::chrono::seconds(100));                   // source older
+    setAge("src", std::chrono::seconds(100));  // source older
     EXPECT_EQ(call(kvFcopyIfChanged, args()).result, L"nil");
-    setAge("dst", std::chrono::seconds(200));                   // destination older
+    setAge("dst", std::chrono::seconds(200));  // destination older
     EXPECT_EQ(call(kvFcopyIfChanged, args()).result, L"T");
     EXPECT_EQ(read("dst"), "new");
-    EXPECT_EQ(call(kvFcopyIfChanged, args()).result, L"nil");   // now up to date
+    EXPECT_EQ(call(kvFcopyIfChanged, args()).result, L"nil");  // now up to date
     EXPECT_EQ(call(kvFcopyIfChanged, list(RTSTR, path("src").c_str())).printed,
               L"\nToo few arguments passed.\n");
 }
@@ -147,8 +146,7 @@ TEST_F(FileFunctions, MoveNeverReplacesAnExistingDestination) {
     EXPECT_EQ(call(kvFmove, list(RTSTR, path("a").c_str(), RTSTR, path("b").c_str())).result,
               L"nil");
     EXPECT_EQ(read("b"), "B");
-    EXPECT_EQ(call(kvFmove, list(RTSTR, path("a").c_str(), RTSTR, path("c").c_str())).result,
-              L"T");
+    EXPECT_EQ(call(kvFmove, list(RTSTR, path("a").c_str(), RTSTR, path("c").c_str())).result, L"T");
     EXPECT_FALSE(fs::exists(folder_ / "a"));
     EXPECT_EQ(read("c"), "A");
     const auto one = call(kvFmove, list(RTSTR, path("c").c_str()));

@@ -24,7 +24,9 @@ int statusFromArgument() {
     if (!readInteger(args.cursor(), status)) return kTooFewArgs;
     return status;
 }
-int statusCallback() { return runGuarded(statusFromArgument); }
+int statusCallback() {
+    return runGuarded(statusFromArgument);
+}
 
 struct StatusCase {
     int status;
@@ -56,7 +58,7 @@ TEST(HandlerGuard, NoArgumentsGivesTooFewAndNil) {
 }
 
 int throwsClassLibraryException() {
-    HandlerArgs args;   // released while the exception unwinds
+    HandlerArgs args;  // released while the exception unwinds
     throw new CException(L"boom");
 }
 
@@ -87,8 +89,8 @@ TEST(HandlerGuard, OtherExceptionsAreReportedAsErrorAndPassedOn) {
 }
 
 TEST(HandlerGuard, DatabaseCallRunsTheHandlerAfterThePerCallGuard) {
-    const auto outcome = host::runExternalCall(
-        [] { return runDatabaseCall(statusFromArgument); }, list(RTLONG, 3).get());
+    const auto outcome = host::runExternalCall([] { return runDatabaseCall(statusFromArgument); },
+                                               list(RTLONG, 3).get());
     EXPECT_EQ(outcome.rc, RSERR);
     EXPECT_EQ(outcome.printed, L"\nBad data passed .\n");
 }

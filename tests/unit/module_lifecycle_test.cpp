@@ -1,7 +1,6 @@
 // Module start and stop, drawing open and close, as the host's messages drive them.
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -112,13 +111,13 @@ TEST_F(Lifecycle, ClosingDropsTheHeadRecordAndAllWithTheLastDrawing) {
     const std::wstring firstName = documentRecords().head().documentFileName;
     openNewDrawing();
     openNewDrawing();
-    closeCurrentDrawing();   // the third drawing closes, the first record goes
+    closeCurrentDrawing();  // the third drawing closes, the first record goes
     ASSERT_EQ(documentRecords().size(), 2u);
     EXPECT_NE(documentRecords().head().documentFileName, firstName);
     closeCurrentDrawing();
     EXPECT_EQ(documentRecords().size(), 1u);
-    documentRecords().addForCurrentDocument();   // a stray record
-    closeCurrentDrawing();                       // the last drawing: the list empties
+    documentRecords().addForCurrentDocument();  // a stray record
+    closeCurrentDrawing();                      // the last drawing: the list empties
     EXPECT_TRUE(documentRecords().empty());
 }
 
@@ -151,8 +150,8 @@ TEST_F(Lifecycle, StartBringsUpTheReactorClassAndLockAndStopTakesThemDown) {
 
     const int probe = ::open(runningLockPath().c_str(), O_RDONLY);
     ASSERT_GE(probe, 0);
-    EXPECT_NE(::flock(probe, LOCK_EX | LOCK_NB), 0);   // the module holds it shared
-    EXPECT_EQ(::flock(probe, LOCK_SH | LOCK_NB), 0);   // others may share it
+    EXPECT_NE(::flock(probe, LOCK_EX | LOCK_NB), 0);  // the module holds it shared
+    EXPECT_EQ(::flock(probe, LOCK_SH | LOCK_NB), 0);  // others may share it
     ::close(probe);
 
     EXPECT_EQ(stopModule(), AcRx::kRetOK);
@@ -164,7 +163,7 @@ TEST_F(Lifecycle, StartBringsUpTheReactorClassAndLockAndStopTakesThemDown) {
 
 TEST_F(Lifecycle, SecondStartDoesNotStartTheEngineAgain) {
     ASSERT_EQ(startModule(nullptr), AcRx::kRetOK);
-    ::setenv("KELVO_FAULT", "dao-init", 1);   // would fail, were it called
+    ::setenv("KELVO_FAULT", "dao-init", 1);  // would fail, were it called
     test::ScriptedUi ui;
     EXPECT_EQ(startModule(nullptr), AcRx::kRetOK);
     EXPECT_TRUE(ui->boxes.empty());
@@ -183,7 +182,7 @@ TEST_F(Lifecycle, EngineFailureOffersTheDriverFixAndRefusesTheModule) {
     EXPECT_EQ(ui->boxes[0].style, MB_YESNO);
     EXPECT_TRUE(ui->opened.empty());
     EXPECT_EQ(output.text(), L"");
-    EXPECT_EQ(editorReactor(), nullptr);   // later start steps skipped
+    EXPECT_EQ(editorReactor(), nullptr);  // later start steps skipped
     EXPECT_EQ(acrxFindClass(L"TVLeader"), nullptr);
 }
 

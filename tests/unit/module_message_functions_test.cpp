@@ -22,7 +22,7 @@ TEST(MessageFunctions, BeepIsTheSimpleBeep) {
 
 TEST(MessageFunctions, MessageBeepSounds) {
     test::ScriptedUi ui;
-    EXPECT_EQ(call(kvMessageBeep).result, L"T");   // no argument: silent
+    EXPECT_EQ(call(kvMessageBeep).result, L"T");  // no argument: silent
     EXPECT_TRUE(ui->beeps.empty());
     EXPECT_EQ(call(kvMessageBeep, list(RTLONG, 16)).result, L"T");
     EXPECT_TRUE(ui->beeps.empty());
@@ -52,7 +52,7 @@ TEST(MessageFunctions, ButtonKeywordsReplaceTheWholeStyle) {
     EXPECT_EQ(styleFor({L"YESNOCANCEL", L"i", L"DEF3", L"DEF1"}),
               MB_YESNOCANCEL | MB_ICONINFORMATION | MB_DEFBUTTON3);
     EXPECT_EQ(styleFor({L"OKCANCEL", L"!", L"OK"}), MB_OK);
-    EXPECT_EQ(styleFor({L"yesno", L"Question", L"!"}), MB_ICONEXCLAMATION);   // exact compare
+    EXPECT_EQ(styleFor({L"yesno", L"Question", L"!"}), MB_ICONEXCLAMATION);  // exact compare
 }
 
 TEST(MessageFunctions, KeywordsInsideOneListAsSeparateArguments) {
@@ -76,8 +76,8 @@ TEST(MessageFunctions, KeywordsStopAtTheFirstNonText) {
 TEST(MessageFunctions, AnswerIsTheButtonName) {
     test::ScriptedUi ui;
     ui->answers = {IDOK, IDCANCEL, IDABORT, IDRETRY, IDIGNORE, IDYES, IDNO, 0, 99};
-    const wchar_t* want[] = {L"\"OK\"",     L"\"CANCEL\"", L"\"ABORT\"", L"\"RETRY\"", L"\"IGNORE\"",
-                             L"\"YES\"",    L"\"NO\"",     L"nil",       L"nil"};
+    const wchar_t* want[] = {L"\"OK\"",  L"\"CANCEL\"", L"\"ABORT\"", L"\"RETRY\"", L"\"IGNORE\"",
+                             L"\"YES\"", L"\"NO\"",     L"nil",       L"nil"};
     for (const wchar_t* name : want) {
         EXPECT_EQ(call(kvMessageBox, list(RTSTR, L"C", RTSTR, L"M")).result, name);
     }

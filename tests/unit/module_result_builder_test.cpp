@@ -78,7 +78,7 @@ int unclosedHandler() {
     ResultBuilder result;
     result.open();
     result.addText(L"dropped");
-    return kArgOk;   // never closed: released, result stays nil
+    return kArgOk;  // never closed: released, result stays nil
 }
 
 TEST(ResultBuilder, UnclosedListIsReleasedAndSetsNoResult) {
@@ -90,8 +90,8 @@ TEST(ResultBuilder, IntegersBeyond16BitsBecomeReals) {
         std::int64_t value;
         const wchar_t* printed;
     };
-    const Case cases[] = {{32767, L"32767"}, {-32768, L"-32768"}, {40000, L"40000.0"},
-                          {-32769, L"-32769.0"}};
+    const Case cases[] = {
+        {32767, L"32767"}, {-32768, L"-32768"}, {40000, L"40000.0"}, {-32769, L"-32769.0"}};
     static std::int64_t current = 0;
     for (const Case& c : cases) {
         current = c.value;

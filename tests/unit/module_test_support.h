@@ -28,7 +28,10 @@ inline ValueList texts(const std::vector<const wchar_t*>& items) {
     resbuf** tail = nullptr;
     for (const wchar_t* item : items) {
         resbuf* node = acutBuildList(RTSTR, item, 0);
-        if (!head) head.reset(node); else *tail = node;
+        if (!head)
+            head.reset(node);
+        else
+            *tail = node;
         tail = &node->rbnext;
     }
     return head;
@@ -63,8 +66,8 @@ struct UiRecord {
     std::vector<Box> boxes;
     std::vector<unsigned> beeps;
     std::vector<std::wstring> opened;
-    std::deque<int> answers;    // button ids; IDOK when none is left
-    long shellResult = 42;      // above 32: success
+    std::deque<int> answers;  // button ids; IDOK when none is left
+    long shellResult = 42;    // above 32: success
 };
 
 class RecordingUi : public host::UiBackend {
