@@ -44,6 +44,9 @@ class KELVO_HOST_API AcRxClass : public AcRxObject {
 public:
     AcRxClass(const ACHAR* name, AcRxClass* parent, AcRxPseudoConstructor constructor,
               const ACHAR* dxfName, const ACHAR* appName, int proxyFlags);
+    ~AcRxClass() override;
+    AcRxClass(const AcRxClass&) = delete;
+    AcRxClass& operator=(const AcRxClass&) = delete;
     const ACHAR* name() const;
     const ACHAR* dxfName() const;
     const ACHAR* appName() const;

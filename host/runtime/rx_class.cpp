@@ -69,6 +69,8 @@ AcRxClass::AcRxClass(const ACHAR* name, AcRxClass* parent, AcRxPseudoConstructor
     : d_(new Data{name ? name : L"", dxfName ? dxfName : L"", appName ? appName : L"", parent,
                   constructor, proxyFlags}) {}
 
+AcRxClass::~AcRxClass() { delete d_; }
+
 const ACHAR* AcRxClass::name() const { return d_->name.c_str(); }
 const ACHAR* AcRxClass::dxfName() const { return d_->dxfName.c_str(); }
 const ACHAR* AcRxClass::appName() const { return d_->appName.c_str(); }
