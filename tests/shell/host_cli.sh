@@ -56,8 +56,12 @@ expect_eq "arxload failure value" '"no"' "$("$host" --no-module -e '(arxload "no
 "$host" --no-module -e '(arxload "nothere.arx")' >out.txt 2>err.txt
 expect_contains "arxload failure message" "nothere.arx: module not found" "$(cat out.txt)"
 expect_contains "arxload failure error" "; error: ARXLOAD failed" "$(cat err.txt)"
-cp "$bin/libkelvo-hostapi.so" notamodule.arx
-out=$("$host" --no-module -e '(arxload "notamodule.arx" nil)' 2>&1)
-expect_eq "a library without an entry point is refused" "nil" "$out"
+echo "not a library" >notalibrary.arx
+"$host" --no-module -e '(arxload "notalibrary.arx")' >out.txt 2>&1
+expect_contains "a file that is no library is refused" "notalibrary.arx: " "$(cat out.txt)"
+libm=$(ldd "$host" | awk '/libm\.so/ { print $3 }')
+cp "$libm" notamodule.arx
+"$host" --no-module -e '(arxload "notamodule.arx")' >out.txt 2>&1
+expect_contains "a library without an entry point is refused" "notamodule.arx: not a module (no acrxEntryPoint)" "$(cat out.txt)"
 
 finish
