@@ -1,5 +1,5 @@
-// The module's exported entry points: the only symbols KelvoBrx15.arx exports. Each
-// is thin; the work is in module/lifecycle.cpp.
+// The module's exported entry points, the only functions of its own that KelvoBrx15.arx
+// exports. Each is thin; the work is in module/lifecycle.cpp.
 #include "module/lifecycle.h"
 
 #define KELVO_EXPORT extern "C" __attribute__((visibility("default")))

@@ -7,7 +7,7 @@
 
 #include "afx.h"
 
-class KELVO_HOST_API CDaoException : public CException {
+class CDaoException : public CException {
 public:
     CDaoException(long daoCode, std::wstring message)
         : CException(message), daoCode_(daoCode), message_(std::move(message)) {}
