@@ -6,7 +6,7 @@
 #include "module/file_operations.h"
 #include "module/handler_guard.h"
 #include "module/result_builder.h"
-#include "module/utf8_text.h"
+#include "utf8.h"
 #include "module/value_list.h"
 
 namespace kelvo {

@@ -14,7 +14,7 @@
 #include "module/arg_readers.h"
 #include "module/handler_guard.h"
 #include "module/random_numbers.h"
-#include "module/utf8_text.h"
+#include "utf8.h"
 #include "module/value_list.h"
 
 namespace kelvo {

@@ -11,14 +11,14 @@
 #include <sstream>
 
 #include "runtime/host.h"
-#include "runtime/text.h"
+#include "utf8.h"
 #include "runtime/ui_backend.h"
 
 namespace {
 
-using kelvo::host::fromUtf8;
+using kelvo::fromUtf8;
 using kelvo::host::Host;
-using kelvo::host::toUtf8;
+using kelvo::toUtf8;
 
 constexpr const char* kUsage =
     "usage: kelvo-host [options] [FILE.lsp ...]\n"
@@ -76,7 +76,7 @@ std::optional<std::wstring> readTextFile(const std::string& path) {
     if (!in) return std::nullopt;
     std::stringstream ss;
     ss << in.rdbuf();
-    return fromUtf8(ss.str());
+    return fromUtf8(ss.str(), kelvo::InvalidBytes::Latin1);   // LISP files may be in a code page
 }
 
 std::vector<std::wstring> readLines(const std::string& path) {

@@ -5,11 +5,15 @@
 #include <string>
 #include <string_view>
 
+#include "utf8.h"
+
 namespace lisp {
 
-std::string toUtf8(std::wstring_view s);
+using kelvo::toUtf8;
 // Invalid bytes are taken as Latin-1 characters, so no input is refused.
-std::wstring fromUtf8(std::string_view s);
+inline std::wstring fromUtf8(std::string_view s) {
+    return kelvo::fromUtf8(s, kelvo::InvalidBytes::Latin1);
+}
 // The whole text of a file; throws Error when it cannot be read.
 std::wstring readTextFile(const std::filesystem::path& file);
 

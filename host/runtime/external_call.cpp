@@ -4,7 +4,7 @@
 #include "adslib.h"
 #include "afx.h"
 #include "runtime/host_impl.h"
-#include "runtime/text.h"
+#include "utf8.h"
 #include "runtime/value_resbuf.h"
 
 namespace kelvo::host {

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "runtime/host_impl.h"
-#include "runtime/text.h"
+#include "utf8.h"
 
 namespace kelvo::host {
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "runtime/host_impl.h"
-#include "runtime/text.h"
+#include "utf8.h"
 
 namespace kelvo::host {
 namespace {

@@ -5,7 +5,7 @@
 #include <dlfcn.h>
 
 #include "runtime/host_impl.h"
-#include "runtime/text.h"
+#include "utf8.h"
 
 namespace kelvo::host {
 namespace {

@@ -10,7 +10,7 @@
 #include "aced.h"
 #include "afx.h"
 #include "rxobject.h"
-#include "runtime/text.h"
+#include "utf8.h"
 
 struct AcRxClass::Data {
     std::wstring name, dxfName, appName;
@@ -100,7 +100,7 @@ AcRxClass* newAcRxClass(const ACHAR* name, const ACHAR* parentName, int proxyFla
         if (existing->sameDescriptor(*cls)) return existing;
         // A second descriptor for a known class would make filing ambiguous: the host stops.
         std::fflush(stdout);
-        std::fprintf(stderr, "Class mismatch: %s\n", kelvo::host::toUtf8(cls->name()).c_str());
+        std::fprintf(stderr, "Class mismatch: %s\n", kelvo::toUtf8(cls->name()).c_str());
         std::_Exit(3);
     }
     return dictionary().add(std::move(cls));

@@ -13,7 +13,7 @@
 
 #include "host_ui.h"
 #include "runtime/host.h"
-#include "runtime/text.h"
+#include "utf8.h"
 #include "runtime/ui_backend.h"
 
 extern char** environ;

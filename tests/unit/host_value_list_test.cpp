@@ -9,7 +9,7 @@
 #include "afx.h"
 #include "lisp/interp.h"
 #include "runtime/host.h"
-#include "runtime/text.h"
+#include "utf8.h"
 #include "runtime/value_resbuf.h"
 
 namespace {
@@ -123,10 +123,13 @@ TEST(ValueConversion, RetListReturnsTheListABuilderClosed) {
 
 TEST(HostText, Utf8RoundTripAndInvalidBytesAreReplacedNotDropped) {
     std::wstring text = L"Gr\u00fc\u00dfe \u20ac \U0001F600";
-    EXPECT_EQ(kelvo::host::fromUtf8(kelvo::host::toUtf8(text)), text);
-    EXPECT_EQ(kelvo::host::fromUtf8("a\xff" "b"), L"a\uFFFDb");
-    EXPECT_EQ(kelvo::host::fromUtf8("\xe2\x82"), L"\uFFFD\uFFFD");   // truncated sequence
-    EXPECT_EQ(kelvo::host::fromUtf8("\xc0\xaf"), L"\uFFFD\uFFFD");   // overlong form
+    EXPECT_EQ(kelvo::fromUtf8(kelvo::toUtf8(text)), text);
+    EXPECT_EQ(kelvo::fromUtf8("a\xff" "b"), L"a\uFFFDb");
+    EXPECT_EQ(kelvo::fromUtf8("\xe2\x82"), L"\uFFFD\uFFFD");   // truncated sequence
+    EXPECT_EQ(kelvo::fromUtf8("\xc0\xaf"), L"\uFFFD\uFFFD");   // overlong form
+    // A file in a Windows code page keeps its characters.
+    EXPECT_EQ(kelvo::fromUtf8("Gr\xfc\xdf" "e", kelvo::InvalidBytes::Latin1), L"Gr\u00fc\u00dfe");
+    EXPECT_EQ(kelvo::toUtf8(std::wstring(1, static_cast<wchar_t>(0xD800))), "\xef\xbf\xbd");
 }
 
 // --- the call protocol ----------------------------------------------------------------

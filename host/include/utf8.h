@@ -1,0 +1,17 @@
+// Text at the edges: wide strings inside, UTF-8 in files, paths and on the terminal.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kelvo {
+
+// What becomes of bytes that are not UTF-8: U+FFFD, or the Latin-1 character of each byte
+// (for text files written in a Windows code page, so that nothing read is lost).
+enum class InvalidBytes { Replace, Latin1 };
+
+// Characters outside Unicode become U+FFFD.
+std::string toUtf8(std::wstring_view text);
+std::wstring fromUtf8(std::string_view text, InvalidBytes invalid = InvalidBytes::Replace);
+
+}  // namespace kelvo
