@@ -27,7 +27,7 @@ set -u
 host=$1
 testdata=${KELVO_TESTDATA:-$(cd "$2/.." && pwd)/../shared/testdata}
 suite=$testdata/lisp/clautolisp-tests
-if [ ! -d "$suite" ]; then echo "no conformance suite at $suite; skipped"; exit 0; fi
+if [ ! -d "$suite" ]; then echo "FAIL: no conformance suite at $suite (the shared test data belongs beside the project)"; exit 1; fi
 
 files=(
   control/apply.lsp control/eval.lsp equality/atom.lsp equality/eq.lsp equality/equal.lsp
