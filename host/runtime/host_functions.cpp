@@ -77,6 +77,13 @@ Value arxFn(Interp&, Args& args) {
     return Value::list(names);
 }
 
+// (alert text): a message box with an OK button, on the host's user interface.
+Value alertFn(Interp&, Args& args) {
+    checkCount(args, 1, 1);
+    Host::instance().ui().messageBox(stringArg(args, 0), L"kelvo-host", 0);
+    return Value();
+}
+
 Value hostNewFn(Interp&, Args& args) {
     checkCount(args, 0, 0);
     return Value::integer(Host::instance().newDocument());
@@ -120,6 +127,7 @@ constexpr HostFunction kHostFunctions[] = {
     {L"arxload", arxloadFn},
     {L"arxunload", arxunloadFn},
     {L"arx", arxFn},
+    {L"alert", alertFn},
     {L"host:new", hostNewFn},
     {L"host:close", hostCloseFn},
     {L"host:activate", hostActivateFn},

@@ -25,6 +25,10 @@ expect_contains "error message" "; error: bad argument type" "$(cat err.txt)"
 out=$("$host" --no-module -e '(defun *error* (m) (princ (strcat "caught: " m)))' -e '(/ 1 0)' 2>&1)
 expect_eq "*error* handler" $'caught: divide by zero' "$(printf '%s' "$out" | tail -n 1)"
 
+# alert shows a box on the host's user interface; --ui-log records it.
+"$host" --no-module --ui-log ui.log -e '(alert "Duct \"A\"\nsized")' >/dev/null
+expect_eq "alert logged" 'messagebox caption="kelvo-host" text="Duct \"A\"\nsized" style=0x0 answer=OK' "$(cat ui.log)"
+
 # Bad usage and missing files.
 "$host" --bogus >/dev/null 2>err.txt
 expect_eq "unknown option status" 2 $?
