@@ -1,4 +1,5 @@
 // Evaluation, symbols, types, predicates, equality and error catching.
+#include <algorithm>
 #include <cmath>
 
 #include "args.h"
@@ -152,6 +153,55 @@ Value fnExitWithError(Interp&, std::vector<Value>& args) {
     throw Error(a.string(0));
 }
 
+Value fnVer(Interp&, std::vector<Value>& args) {
+    Args a(args, 0, 0);
+    return Value::string(L"Kelvo LISP 1.0 (en)");
+}
+
+// (atoms-family format [names]): the symbols that have a value, as symbols (format 0)
+// or as their names (format 1), sorted by name. With a list of names, answers for each
+// name in turn: the symbol or name when it has a value, else nil.
+Value fnAtomsFamily(Interp& in, std::vector<Value>& args) {
+    Args a(args, 1, 2);
+    std::int32_t format = a.integer(0);
+    if (format != 0 && format != 1) throw Error(L"bad argument value: " + std::to_wstring(format));
+    auto shown = [format](const Value& sym) {
+        return format == 0 ? sym : Value::string(sym.symbolName());
+    };
+    std::vector<Value> out;
+    if (a.has(1) && !a[1].isNil()) {
+        for (const Value& name : a.list(1).toVector()) {
+            if (name.type() != Type::Str) badArgType(L"stringp", name);
+            Value sym = Value::symbol(name.asString());
+            out.push_back(in.impl().lookup(sym).isNil() ? Value() : shown(sym));
+        }
+        return Value::list(out);
+    }
+    std::vector<Value> symbols;
+    for (const auto& entry : in.impl().globals) {
+        const auto& name = static_cast<const SymObj*>(entry.first)->name;   // interned
+        if (!name.empty()) symbols.push_back(Value::symbol(name));
+    }
+    std::sort(symbols.begin(), symbols.end(),
+              [](const Value& x, const Value& y) { return x.symbolName() < y.symbolName(); });
+    for (const Value& sym : symbols) out.push_back(shown(sym));
+    return Value::list(out);
+}
+
+// The list a defun-q definition keeps; nil when the symbol's value is not a list.
+Value fnDefunQListRef(Interp& in, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    Value v = in.impl().lookup(a.symbol(0));
+    return v.isCons() ? v : Value();
+}
+
+Value fnDefunQListSet(Interp& in, std::vector<Value>& args) {
+    Args a(args, 2, 2);
+    if (a[0].type() != Type::Sym || a[0].isT()) badArgType(L"symbolp", a[0]);
+    in.impl().assign(a[0], a.list(1));
+    return a[0];
+}
+
 const Builtin kCoreLib[] = {
     {L"type", fnType},
     {L"eval", fnEval},
@@ -175,6 +225,10 @@ const Builtin kCoreLib[] = {
     {L"vl-catch-all-error-p", fnCatchAllErrorp},
     {L"vl-catch-all-error-message", fnCatchAllErrorMessage},
     {L"vl-exit-with-error", fnExitWithError},
+    {L"ver", fnVer},
+    {L"atoms-family", fnAtomsFamily},
+    {L"defun-q-list-ref", fnDefunQListRef},
+    {L"defun-q-list-set", fnDefunQListSet},
 };
 
 }  // namespace

@@ -110,6 +110,7 @@ std::optional<std::filesystem::path> find(Interp& in, const std::wstring& name) 
 
 Value fnFindfile(Interp& in, std::vector<Value>& args) {
     Args a(args, 1, 1);
+    if (a.string(0).empty()) return {};   // not the folder the search starts from
     auto path = find(in, a.string(0));
     return path ? Value::string(path->wstring()) : Value();
 }

@@ -1,6 +1,7 @@
 // List functions: construction, access (car .. cddddr), search and the higher-order
 // functions that take a function argument.
 #include <algorithm>
+#include <optional>
 
 #include "args.h"
 #include "interp_impl.h"
@@ -195,17 +196,33 @@ Value fnMemberIfNot(Interp& in, std::vector<Value>& args) {
     });
 }
 
+// Calls the predicate on the first elements of every list, then on the second ones,
+// and so on until the shortest list ends; returns the first result for which `stop`
+// holds, or nullopt.
+template <class Stop>
+std::optional<Value> scanLists(Interp& in, std::vector<Value>& args, Stop stop) {
+    Args a(args, 2, kAnyCount);
+    Value fn = resolveFunction(in, a[0]);
+    std::vector<Value> lists;
+    for (std::size_t i = 1; i < args.size(); ++i) lists.push_back(a.list(i));
+    for (;;) {
+        std::vector<Value> callArgs;
+        for (auto& l : lists) {
+            if (!l.isCons()) return std::nullopt;
+            callArgs.push_back(l.car());
+            l = l.cdr();
+        }
+        Value r = callFunction(in, fn, callArgs);
+        if (stop(r)) return r;
+    }
+}
+
 Value fnSome(Interp& in, std::vector<Value>& args) {
-    return scanList(in, args, [](const Value&, const Value& r) {
-        return !r.isNil() ? std::optional(r) : std::nullopt;
-    });
+    return scanLists(in, args, [](const Value& r) { return !r.isNil(); }).value_or(Value());
 }
 
 Value fnEvery(Interp& in, std::vector<Value>& args) {
-    Value failed = scanList(in, args, [](const Value&, const Value& r) {
-        return r.isNil() ? std::optional(Value::t()) : std::nullopt;
-    });
-    return boolValue(failed.isNil());
+    return boolValue(!scanLists(in, args, [](const Value& r) { return r.isNil(); }));
 }
 
 Value filterList(Interp& in, std::vector<Value>& args, bool keepMatches) {

@@ -178,6 +178,26 @@ Value fnLogior(Interp&, std::vector<Value>& args) {
     return bitwise(args, 0, [](std::uint32_t x, std::uint32_t y) { return x | y; });
 }
 
+// (boole operator int1 int2 ...): the low four bits of `operator` are a truth table,
+// looked up for each bit pair of the running result and the next integer: 1 when both
+// are set, 2 when only the first is, 4 when only the second is, 8 when neither is
+// (1 is AND, 6 XOR, 7 OR, 8 NOR).
+Value fnBoole(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, kAnyCount);
+    auto table = static_cast<std::uint32_t>(a.integer(0));
+    auto acc = static_cast<std::uint32_t>(a.integer(1));
+    for (std::size_t i = 2; i < args.size(); ++i) {
+        auto y = static_cast<std::uint32_t>(a.integer(i));
+        std::uint32_t out = 0;
+        if (table & 1u) out |= acc & y;
+        if (table & 2u) out |= acc & ~y;
+        if (table & 4u) out |= ~acc & y;
+        if (table & 8u) out |= ~acc & ~y;
+        acc = out;
+    }
+    return Value::integer(static_cast<std::int32_t>(acc));
+}
+
 Value fnLsh(Interp&, std::vector<Value>& args) {
     Args a(args, 0, 2);
     auto v = static_cast<std::uint32_t>(a.has(0) ? a.integer(0) : 0);
@@ -256,7 +276,7 @@ const Builtin kMathLib[] = {
     {L">", fnGt},        {L"<=", fnLe},       {L">=", fnGe},         {L"1+", fnIncr},
     {L"1-", fnDecr},     {L"abs", fnAbs},     {L"max", fnMax},       {L"min", fnMin},
     {L"gcd", fnGcd},     {L"fix", fnFix},     {L"float", fnFloat},   {L"logand", fnLogand},
-    {L"logior", fnLogior}, {L"lsh", fnLsh},   {L"~", fnNot},         {L"sqrt", fnSqrt},
+    {L"logior", fnLogior}, {L"lsh", fnLsh},  {L"boole", fnBoole},   {L"~", fnNot},         {L"sqrt", fnSqrt},
     {L"log", fnLog},     {L"exp", fnExp},     {L"expt", fnExpt},     {L"sin", fnSin},
     {L"cos", fnCos},     {L"atan", fnAtan},   {L"zerop", fnZerop},   {L"minusp", fnMinusp},
 };

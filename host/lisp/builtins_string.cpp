@@ -185,6 +185,63 @@ Value fnStringElt(Interp&, std::vector<Value>& args) {
     return Value::integer(static_cast<std::int32_t>(s[static_cast<std::size_t>(i)]));
 }
 
+// (vl-string-mismatch str1 str2 [pos1 pos2 ignore-case]): the length of the common
+// prefix of str1 from pos1 and str2 from pos2.
+Value fnStringMismatch(Interp&, std::vector<Value>& args) {
+    Args a(args, 2, 5);
+    std::wstring_view x = a.string(0), y = a.string(1);
+    x.remove_prefix(std::min(startArg(a, 2), x.size()));
+    y.remove_prefix(std::min(startArg(a, 3), y.size()));
+    bool ignoreCase = a.has(4) && !args[4].isNil();
+    std::size_t n = 0;
+    while (n < x.size() && n < y.size() &&
+           (x[n] == y[n] || (ignoreCase && std::towupper(x[n]) == std::towupper(y[n]))))
+        ++n;
+    return Value::integer(static_cast<std::int32_t>(n));
+}
+
+// (snvalid name [flag]): T when `name` may name a layer, block, style or other symbol
+// table entry: 1 to 255 characters, none of them a control character or one of
+// < > / \ " : ; ? * , = ` and no vertical bar unless `flag` is 1 (as in the names
+// of externally referenced entries), and then not as the first or last character.
+Value fnSnvalid(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 2);
+    const std::wstring& name = a.string(0);
+    bool barAllowed = a.has(1) && a.integer(1) == 1;
+    if (name.empty() || name.size() > 255) return {};
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        wchar_t c = name[i];
+        if (c < 0x20 || c == 0x7F || std::wcschr(L"<>/\\\":;?*,=`", c)) return {};
+        if (c == L'|' && (!barAllowed || i == 0 || i + 1 == name.size())) return {};
+    }
+    return Value::t();
+}
+
+// Alphabetical order: letters compare without case, then by code so the order is
+// total. nil when the argument is not a proper list of strings.
+Value fnStrlsort(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 1);
+    std::vector<std::wstring> items;
+    Value p = args[0];
+    for (; p.isCons(); p = p.cdr()) {
+        if (p.car().type() != Type::Str) return {};
+        items.push_back(p.car().asString());
+    }
+    if (!p.isNil()) return {};
+    auto key = [](const std::wstring& s) {
+        std::wstring k = s;
+        for (auto& c : k) c = static_cast<wchar_t>(std::towlower(c));
+        return k;
+    };
+    std::stable_sort(items.begin(), items.end(), [&](const std::wstring& x, const std::wstring& y) {
+        int c = key(x).compare(key(y));
+        return c != 0 ? c < 0 : x < y;
+    });
+    std::vector<Value> out;
+    for (auto& s : items) out.push_back(Value::string(std::move(s)));
+    return Value::list(out);
+}
+
 const Builtin kStringLib[] = {
     {L"strcat", fnStrcat},
     {L"strlen", fnStrlen},
@@ -209,6 +266,9 @@ const Builtin kStringLib[] = {
     {L"vl-list->string", fnListToString},
     {L"vl-string-position", fnStringPosition},
     {L"vl-string-elt", fnStringElt},
+    {L"vl-string-mismatch", fnStringMismatch},
+    {L"snvalid", fnSnvalid},
+    {L"acad_strlsort", fnStrlsort},
 };
 
 }  // namespace

@@ -51,7 +51,7 @@ Value progn(Interp& in, Value body) {
 Value sfQuote(Interp&, const Value& form) { return formArgs(form, 1, 1)[0]; }
 
 Value sfSetq(Interp& in, const Value& form) {
-    auto args = formArgs(form, 2, kAnyCount);
+    auto args = formArgs(form, 0, kAnyCount);   // (setq) alone is nil
     if (args.size() % 2) throw Error(L"too few arguments");
     Value result;
     for (std::size_t i = 0; i < args.size(); i += 2) {
@@ -66,6 +66,17 @@ Value sfDefun(Interp& in, const Value& form) {
     auto args = formArgs(form, 2, kAnyCount);
     const Value& name = checkSymbol(args[0]);
     in.impl().assign(name, makeUsubr(name.symbolName(), args[1], form.cdr().cdr().cdr()));
+    return name;
+}
+
+// defun-q keeps the definition as the list (params body...), which a call turns into a
+// function and defun-q-list-ref returns; the parameters are checked at once all the same.
+Value sfDefunQ(Interp& in, const Value& form) {
+    auto args = formArgs(form, 2, kAnyCount);
+    const Value& name = checkSymbol(args[0]);
+    Value definition = form.cdr().cdr();
+    makeUsubr(name.symbolName(), definition.car(), definition.cdr());
+    in.impl().assign(name, definition);
     return name;
 }
 
@@ -151,7 +162,7 @@ struct SpecialForm {
 
 constexpr std::array<SpecialForm, 14> kSpecialForms{{
     {L"quote", sfQuote},     {L"setq", sfSetq},       {L"defun", sfDefun},
-    {L"defun-q", sfDefun},   {L"lambda", sfLambda},   {L"function", sfFunction},
+    {L"defun-q", sfDefunQ},   {L"lambda", sfLambda},   {L"function", sfFunction},
     {L"if", sfIf},           {L"cond", sfCond},       {L"while", sfWhile},
     {L"repeat", sfRepeat},   {L"foreach", sfForeach}, {L"progn", sfProgn},
     {L"and", sfAnd},         {L"or", sfOr},

@@ -23,6 +23,8 @@ Interp::Interp(InterpIO io) : impl_(std::make_unique<Impl>(std::move(io))) {
     openFileLib(*this);
     openInputLib(*this);
     openGeomLib(*this);
+    openFilenameLib(*this);
+    openVlFileLib(*this);
     setGlobal(L"PI", Value::real(std::acos(-1.0)));
     setGlobal(L"T", Value::t());
 }

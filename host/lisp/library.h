@@ -14,5 +14,7 @@ void openPrintLib(Interp& in);     // princ, prin1, print, terpri, prompt, read
 void openFileLib(Interp& in);      // open, close, read-line ..., load, findfile
 void openInputLib(Interp& in);     // initget and the get* functions
 void openGeomLib(Interp& in);      // polar, distance, angle, inters
+void openFilenameLib(Interp& in);  // vl-filename-*
+void openVlFileLib(Interp& in);    // vl-file-*, vl-directory-files, vl-mkdir
 
 }  // namespace lisp

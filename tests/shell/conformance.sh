@@ -3,26 +3,27 @@
 #   $1  path to kelvo-host      $2  the tests source folder
 # The suite ships without its registration helpers, so the small harness below defines
 # them: deftest (result equal to the expected value), deftest-eq (eq), deftest-pred
-# (predicate true with *RESULT* bound), deftest-error (any error), deftest-skip (ignored).
+# (predicate true with *RESULT* bound), deftest-error (any error), deftest-skip (ignored),
+# and *autolisp-test-root*, a scratch folder for the file tests.
 # The suite is read in place at test time and never copied into the project.
 #
 # Included: every file whose areas the interpreter implements in full (listed below).
 # Excluded, and why:
 #   sysvar/*, variables/pause.lsp    system variables and PAUSE belong to the host
-#   file/*                           vl-file-*, vl-filename-*, vl-directory-files: not here
-#   namespace/*, defun-q.lsp         blackboard, document namespaces, defun-q-list-*
+#   namespace/vl-bb.lsp, namespace/vl-doc.lsp   blackboard and document namespaces
 #   documentation/*, divergent/*     one implementation's extensions and vendor twins
-#   symbol/atoms-family.lsp, string/snvalid.lsp, list/remove.lsp, numeric/math.lsp,
-#   numeric/round-fix-float.lsp, numeric/bitwise.lsp, numeric/arithmetic.lsp,
-#   string/vl-string.lsp             use functions not implemented (atoms-family, snvalid,
-#                                    remove, tan, asin, acos, log10, mod, floor, ceiling,
-#                                    round, logxor, lcm, vl-string-mismatch, 3-argument gcd)
-#   list/vl-every.lsp, list/vl-some.lsp   several-list forms not implemented
-#   list/last.lsp, special-forms/function.lsp, special-forms/setq.lsp, symbol/boundp.lsp,
-#   printer/prin1.lsp, printer/princ.lsp, printer/print.lsp, error/vl-exit.lsp
+#   list/remove.lsp, numeric/math.lsp, numeric/round-fix-float.lsp, numeric/bitwise.lsp,
+#   numeric/arithmetic.lsp           use names AutoLISP does not have (remove, tan, log10,
+#                                    mod, floor, ceiling, round, logxor, lcm, gcd of three
+#                                    integers) or that the module provides (asin, acos)
+#   string/snvalid.lsp               expects a leading digit to be refused; AutoLISP takes
+#                                    it (layer "0")
+#   list/last.lsp, special-forms/function.lsp, symbol/boundp.lsp, error/vl-exit.lsp,
+#   printer/prin1.lsp, printer/princ.lsp, printer/print.lsp
 #                                    one case each differs (dotted last, late binding of
-#                                    FUNCTION, (setq) with no pairs, printing to a file
-#                                    descriptor, vl-exit-with-value)
+#                                    FUNCTION, (boundp 'nil), vl-exit-with-value, and the
+#                                    suite wants nil from (prin1), (princ) and (print)
+#                                    where they return the empty symbol)
 set -u
 host=$1
 testdata=${KELVO_TESTDATA:-$(cd "$2/.." && pwd)/../shared/testdata}
@@ -30,7 +31,10 @@ suite=$testdata/lisp/clautolisp-tests
 if [ ! -d "$suite" ]; then echo "FAIL: no conformance suite at $suite (the shared test data belongs beside the project)"; exit 1; fi
 
 files=(
-  control/apply.lsp control/eval.lsp equality/atom.lsp equality/eq.lsp equality/equal.lsp
+  control/apply.lsp control/eval.lsp file/findfile.lsp file/open-close.lsp
+  file/read-write.lsp file/vl-directory.lsp file/vl-file.lsp file/vl-filename.lsp
+  namespace/defun-q-list.lsp special-forms/defun-q.lsp special-forms/setq.lsp
+  symbol/atoms-family.lsp string/vl-string.lsp list/vl-every.lsp list/vl-some.lsp equality/atom.lsp equality/eq.lsp equality/equal.lsp
   equality/listp.lsp equality/minusp.lsp equality/null.lsp equality/numberp.lsp
   equality/zerop.lsp error/vl-catch-all.lsp geometry/angle.lsp geometry/distance.lsp
   geometry/inters.lsp geometry/polar.lsp list/append.lsp list/assoc.lsp list/car.lsp
@@ -53,7 +57,11 @@ files=(
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cat >"$work/harness.lsp" <<'LSP'
+mkdir -p "$work/results"
+cat >"$work/harness.lsp" <<LSP
+(setq *autolisp-test-root* "$work/")
+LSP
+cat >>"$work/harness.lsp" <<'LSP'
 (setq *aut-pass* 0 *aut-fail* 0)
 (defun aut-outcome (r)
   (vl-prin1-to-string (if (vl-catch-all-error-p r) (strcat "error: " (vl-catch-all-error-message r)) r)))

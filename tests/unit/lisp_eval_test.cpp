@@ -133,5 +133,49 @@ TEST(LispEval, InterpretersKeepSeparateGlobals) {
     EXPECT_EQ(a.run(L"(only-a)"), L"A");
 }
 
+TEST(LispEval, DefunQKeepsTheDefinitionAsAList) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(defun-q dq (x / y) (setq y 2) (* x y))"), L"DQ");
+    EXPECT_EQ(t.run(L"(list (dq 5) (type dq) (defun-q-list-ref 'dq))"), L"(10 LIST ((X / Y) (SETQ Y 2) (* X Y)))");
+    EXPECT_EQ(t.run(L"y"), L"nil");
+    // The usual way to extend a startup function: append to its list and set it back.
+    EXPECT_EQ(t.run(L"(setq log nil) (defun-q start () (setq log (cons 1 log)))"
+                    L"(defun-q-list-set 'start (append (defun-q-list-ref 'start) '((setq log (cons 2 log)))))"
+                    L"(start) log"),
+              L"(2 1)");
+    EXPECT_EQ(t.run(L"(defun-q-list-set 'plus '((a b) (+ a b)))"), L"PLUS");
+    EXPECT_EQ(t.run(L"(plus 3 4)"), L"7");
+    EXPECT_EQ(t.run(L"(defun plain () 1) (defun-q-list-ref 'plain)"), L"nil");
+    EXPECT_EQ(t.error(L"(defun-q bad (1) 1)"), L"bad argument type: symbolp 1");
+    EXPECT_EQ(t.error(L"(defun-q-list-set 'x 5)"), L"bad argument type: listp 5");
+    EXPECT_EQ(t.error(L"(defun-q-list-ref \"x\")"), L"bad argument type: symbolp \"x\"");
+}
+
+TEST(LispEval, SetqWithoutPairsIsNil) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(setq)"), L"nil");
+    EXPECT_EQ(t.error(L"(setq a)"), L"too few arguments");
+}
+
+TEST(LispEval, AtomsFamilyListsTheSymbolsThatHaveValues) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(atoms-family 1 '(\"car\" \"NO-SUCH-NAME\" \"PI\"))"), L"(\"CAR\" nil \"PI\")");
+    EXPECT_EQ(t.run(L"(atoms-family 0 '(\"car\" \"NO-SUCH-NAME\"))"), L"(CAR nil)");
+    EXPECT_EQ(t.run(L"(and (vl-position 'CAR (atoms-family 0)) (vl-position \"CAR\" (atoms-family 1)))"), L"T");
+    EXPECT_EQ(t.run(L"(list (vl-position \"AF-NEW\" (atoms-family 1)) (setq af-new 1)"
+                    L"(numberp (vl-position \"AF-NEW\" (atoms-family 1))))"),
+              L"(nil 1 T)");
+    EXPECT_EQ(t.run(L"(setq af-new nil) (vl-position \"AF-NEW\" (atoms-family 1))"), L"nil");
+    EXPECT_EQ(t.run(L"(setq names (atoms-family 1)) (equal names (vl-sort names '<))"), L"T");
+    EXPECT_EQ(t.error(L"(atoms-family 2)"), L"bad argument value: 2");
+    EXPECT_EQ(t.error(L"(atoms-family 1 '(car))"), L"bad argument type: stringp CAR");
+}
+
+TEST(LispEval, VerNamesTheInterpreter) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(ver)"), L"\"Kelvo LISP 1.0 (en)\"");
+    EXPECT_EQ(t.error(L"(ver 1)"), L"too many arguments");
+}
+
 }  // namespace
 }  // namespace lisp::test

@@ -62,5 +62,18 @@ TEST(LispLists, HigherOrderFunctions) {
     EXPECT_EQ(t.error(L"(mapcar 5 '(1))"), L"bad function: 5");
 }
 
+TEST(LispLists, SomeAndEveryWalkSeveralListsToTheShortest) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(vl-some '(lambda (a b) (if (> a b) (list a b))) '(1 2 9 10) '(3 4 5))"), L"(9 5)");
+    EXPECT_EQ(t.run(L"(vl-some '= '(1 2) '(3 4 2))"), L"nil");
+    EXPECT_EQ(t.run(L"(vl-some 'numberp nil)"), L"nil");
+    EXPECT_EQ(t.run(L"(vl-every '< '(1 2 9) '(2 3))"), L"T");
+    EXPECT_EQ(t.run(L"(vl-every '< '(1 9) '(2 3))"), L"nil");
+    EXPECT_EQ(t.run(L"(vl-every 'numberp nil)"), L"T");
+    EXPECT_EQ(t.run(L"(setq n 0) (vl-every '(lambda (x) (setq n (1+ n)) (< x 5)) '(1 7 2 3)) n"), L"2");
+    EXPECT_EQ(t.error(L"(vl-some 'numberp '(1) 5)"), L"bad argument type: listp 5");
+    EXPECT_EQ(t.error(L"(vl-every 'numberp)"), L"too few arguments");
+}
+
 }  // namespace
 }  // namespace lisp::test

@@ -91,5 +91,17 @@ TEST(LispNumbers, Geometry) {
     EXPECT_EQ(t.error(L"(distance '(1) '(2 2))"), L"bad argument type: 2D/3D point: (1)");
 }
 
+TEST(LispNumbers, BooleAppliesItsTruthTableBitByBit) {
+    TestInterp t;
+    // 12 = 1100 and 10 = 1010 cover all four bit pairs.
+    EXPECT_EQ(t.run(L"(list (boole 1 12 10) (boole 6 12 10) (boole 7 12 10) (boole 8 12 10))"),
+              L"(8 6 14 -15)");
+    EXPECT_EQ(t.run(L"(list (boole 2 12 10) (boole 4 12 10) (boole 0 12 10) (boole 15 12 10))"),
+              L"(4 2 0 -1)");
+    EXPECT_EQ(t.run(L"(list (boole 6 5) (boole 1 7 6 3) (boole 6 1 2 4))"), L"(5 2 7)");
+    EXPECT_EQ(t.error(L"(boole 1)"), L"too few arguments");
+    EXPECT_EQ(t.error(L"(boole 1 2.0 3)"), L"bad argument type: fixnump: 2.0");
+}
+
 }  // namespace
 }  // namespace lisp::test

@@ -131,5 +131,38 @@ TEST(LispRtos, Angles) {
     EXPECT_EQ(t.run(L"(angtos pi)"), L"\"180.0000\"");
 }
 
+TEST(LispStrings, MismatchCountsTheCommonPrefix) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(vl-string-mismatch \"abcdef\" \"abcXyz\")"), L"3");
+    EXPECT_EQ(t.run(L"(vl-string-mismatch \"abc\" \"abcd\")"), L"3");
+    EXPECT_EQ(t.run(L"(vl-string-mismatch \"xxabc\" \"abz\" 2 0)"), L"2");
+    EXPECT_EQ(t.run(L"(vl-string-mismatch \"abc\" \"abc\" 9)"), L"0");
+    EXPECT_EQ(t.run(L"(list (vl-string-mismatch \"ABc\" \"abc\") (vl-string-mismatch \"ABc\" \"abc\" nil nil T))"),
+              L"(0 3)");
+    EXPECT_EQ(t.error(L"(vl-string-mismatch \"a\" 'b)"), L"bad argument type: stringp B");
+}
+
+TEST(LispStrings, SnvalidChecksSymbolTableNames) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(mapcar 'snvalid '(\"0\" \"Walls 2\" \"A-B_C$\" \"\"))"), L"(T T T nil)");
+    EXPECT_EQ(t.run(L"(mapcar 'snvalid '(\"a<b\" \"a/b\" \"a\\\\b\" \"a:b\" \"a*b\" \"a,b\" \"a=b\" \"a`b\" \"a\\tb\"))"),
+              L"(nil nil nil nil nil nil nil nil nil)");
+    EXPECT_EQ(t.run(L"(list (snvalid \"x|y\") (snvalid \"x|y\" 1) (snvalid \"|y\" 1) (snvalid \"x|\" 1))"),
+              L"(nil T nil nil)");
+    std::wstring longest(255, L'n');
+    EXPECT_EQ(t.run(L"(snvalid \"" + longest + L"\")"), L"T");
+    EXPECT_EQ(t.run(L"(snvalid \"" + longest + L"n\")"), L"nil");
+    EXPECT_EQ(t.error(L"(snvalid 'abc)"), L"bad argument type: stringp ABC");
+}
+
+TEST(LispStrings, StrlsortIsAlphabeticalAndNilForBadLists) {
+    TestInterp t;
+    EXPECT_EQ(t.run(L"(acad_strlsort '(\"Tuesday\" \"b\" \"Monday\" \"a\" \"B\" \"A\"))"),
+              L"(\"A\" \"a\" \"B\" \"b\" \"Monday\" \"Tuesday\")");
+    EXPECT_EQ(t.run(L"(acad_strlsort nil)"), L"nil");
+    EXPECT_EQ(t.run(L"(list (acad_strlsort '(\"a\" 1)) (acad_strlsort '(\"a\" . \"b\")) (acad_strlsort 5))"),
+              L"(nil nil nil)");
+}
+
 }  // namespace
 }  // namespace lisp::test
