@@ -67,7 +67,9 @@
 ;;; ------------------------------------------------------------------------------------
 (tour:step "Functions that later builds provide")
 (princ "  (kv_connect \"standards.mdb\") gives:")
-(prin1 (kv_connect "standards.mdb"))
+(setq tour:result (kv_connect "standards.mdb"))
+(princ "\n  and returns ")
+(prin1 tour:result)
 (terpri)
 
 ;;; ------------------------------------------------------------------------------------
