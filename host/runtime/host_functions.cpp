@@ -3,45 +3,28 @@
 
 #include <cstdlib>
 
+#include "lisp/args.h"
 #include "runtime/host_impl.h"
 #include "utf8.h"
 
 namespace kelvo::host {
 namespace {
 
+using lisp::Args;
 using lisp::Interp;
 using lisp::Type;
 using lisp::Value;
-using Args = std::vector<Value>;
+using Values = std::vector<Value>;
 
-void checkCount(const Args& args, size_t least, size_t most) {
-    if (args.size() < least) throw lisp::Error(L"too few arguments");
-    if (args.size() > most) throw lisp::Error(L"too many arguments");
-}
-
-const std::wstring& stringArg(const Args& args, size_t i) {
-    if (args[i].type() != Type::Str)
-        throw lisp::Error(L"bad argument type: stringp " + Interp::prin1String(args[i]));
-    return args[i].asString();
-}
-
-int intArg(const Args& args, size_t i) {
-    if (args[i].type() != Type::Int)
-        throw lisp::Error(L"bad argument type: fixnump " + Interp::prin1String(args[i]));
-    return args[i].asInt();
-}
-
-Value truth(bool b) { return b ? Value::t() : Value(); }
-
-Value getvarFn(Interp&, Args& args) {
-    checkCount(args, 1, 1);
-    auto v = Host::instance().getVar(stringArg(args, 0));
+Value getvarFn(Interp&, Values& values) {
+    Args args(values, 1, 1);
+    auto v = Host::instance().getVar(args.string(0));
     return v ? *v : Value();
 }
 
-Value setvarFn(Interp&, Args& args) {
-    checkCount(args, 2, 2);
-    const std::wstring& name = stringArg(args, 0);
+Value setvarFn(Interp&, Values& values) {
+    Args args(values, 2, 2);
+    const std::wstring& name = args.string(0);
     if (!Host::instance().getVar(name)) throw lisp::Error(L"setvar rejected: unknown variable " + name);
     if (!Host::instance().setVar(name, args[1]))
         throw lisp::Error(L"setvar rejected: " + name + L" cannot be set to " +
@@ -49,28 +32,34 @@ Value setvarFn(Interp&, Args& args) {
     return args[1];
 }
 
-// (arxload file [onfailure]): the file name on success; else onfailure when given,
-// else an error after the reason is printed.
-Value arxloadFn(Interp&, Args& args) {
-    checkCount(args, 1, 2);
+// (arxload file [onfailure]) and (arxunload file [onfailure]): the file name on success;
+// else onfailure when given, else an error after the reason is printed.
+template <typename Operation>
+Value moduleOperation(Values& values, Operation operation, const wchar_t* failure) {
+    Args args(values, 1, 2);
     std::wstring error;
-    if (Host::instance().loadModule(stringArg(args, 0), &error)) return args[0];
-    if (args.size() == 2) return args[1];
+    if (operation(Host::instance(), args.string(0), &error)) return args[0];
+    if (args.has(1)) return args[1];
     Host::instance().write(L"\n" + error + L"\n");
-    throw lisp::Error(L"ARXLOAD failed");
+    throw lisp::Error(failure);
 }
 
-Value arxunloadFn(Interp&, Args& args) {
-    checkCount(args, 1, 2);
-    std::wstring error;
-    if (Host::instance().unloadModule(stringArg(args, 0), &error)) return args[0];
-    if (args.size() == 2) return args[1];
-    Host::instance().write(L"\n" + error + L"\n");
-    throw lisp::Error(L"ARXUNLOAD failed");
+Value arxloadFn(Interp&, Values& values) {
+    auto load = [](Host& host, const std::wstring& file, std::wstring* error) {
+        return host.loadModule(file, error);
+    };
+    return moduleOperation(values, load, L"ARXLOAD failed");
 }
 
-Value arxFn(Interp&, Args& args) {
-    checkCount(args, 0, 0);
+Value arxunloadFn(Interp&, Values& values) {
+    auto unload = [](Host& host, const std::wstring& file, std::wstring* error) {
+        return host.unloadModule(file, error);
+    };
+    return moduleOperation(values, unload, L"ARXUNLOAD failed");
+}
+
+Value arxFn(Interp&, Values& values) {
+    Args args(values, 0, 0);
     std::vector<Value> names;
     for (auto& n : Host::instance().loadedModules())
         names.push_back(Value::string(std::filesystem::path(n).filename().wstring()));
@@ -78,50 +67,45 @@ Value arxFn(Interp&, Args& args) {
 }
 
 // (alert text): a message box with an OK button, on the host's user interface.
-Value alertFn(Interp&, Args& args) {
-    checkCount(args, 1, 1);
-    Host::instance().ui().messageBox(stringArg(args, 0), L"kelvo-host", 0);
+Value alertFn(Interp&, Values& values) {
+    Args args(values, 1, 1);
+    Host::instance().ui().messageBox(args.string(0), L"kelvo-host", 0);
     return Value();
 }
 
-Value hostNewFn(Interp&, Args& args) {
-    checkCount(args, 0, 0);
+Value hostNewFn(Interp&, Values& values) {
+    Args args(values, 0, 0);
     return Value::integer(Host::instance().newDocument());
 }
 
-Value hostCloseFn(Interp&, Args& args) {
-    checkCount(args, 0, 1);
+Value hostCloseFn(Interp&, Values& values) {
+    Args args(values, 0, 1);
     Host& host = Host::instance();
-    int index = args.empty() ? host.currentIndex() : intArg(args, 0);
-    return truth(host.closeDocument(index));
+    int index = args.has(0) ? args.integer(0) : host.currentIndex();
+    return lisp::boolValue(host.closeDocument(index));
 }
 
-Value hostActivateFn(Interp&, Args& args) {
-    checkCount(args, 1, 1);
-    return truth(Host::instance().activateDocument(intArg(args, 0)));
+Value hostActivateFn(Interp&, Values& values) {
+    Args args(values, 1, 1);
+    return lisp::boolValue(Host::instance().activateDocument(args.integer(0)));
 }
 
 // (host:documents): the open drawings' file names, in order; the current one is
 // (host:current).
-Value hostDocumentsFn(Interp&, Args& args) {
-    checkCount(args, 0, 0);
+Value hostDocumentsFn(Interp&, Values& values) {
+    Args args(values, 0, 0);
     std::vector<Value> names;
     for (auto& doc : Host::instance().impl().documents) names.push_back(Value::string(doc->fileName()));
     return Value::list(names);
 }
 
-Value hostCurrentFn(Interp&, Args& args) {
-    checkCount(args, 0, 0);
+Value hostCurrentFn(Interp&, Values& values) {
+    Args args(values, 0, 0);
     int i = Host::instance().currentIndex();
     return i < 0 ? Value() : Value::integer(i);
 }
 
-struct HostFunction {
-    const wchar_t* name;
-    Value (*fn)(Interp&, Args&);
-};
-
-constexpr HostFunction kHostFunctions[] = {
+constexpr lisp::Builtin kHostFunctions[] = {
     {L"getvar", getvarFn},
     {L"setvar", setvarFn},
     {L"arxload", arxloadFn},
@@ -164,7 +148,7 @@ std::optional<std::filesystem::path> findSupportFile(std::wstring_view name) {
 }  // namespace
 
 void defineHostFunctions(Interp& interp) {
-    for (const HostFunction& f : kHostFunctions) interp.defineSubr(f.name, f.fn);
+    lisp::openLibrary(interp, kHostFunctions);
 }
 
 lisp::InterpIO makeInterpIO() {
