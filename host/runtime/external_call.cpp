@@ -6,6 +6,7 @@
 #include "runtime/host_impl.h"
 #include "utf8.h"
 #include "runtime/value_resbuf.h"
+#include "runtime/bench_call.h"
 
 namespace kelvo::host {
 namespace {
@@ -70,6 +71,7 @@ int runCallback(AcedFunction callback, const std::wstring& name) {
 int setResult(Value v) {
     CallFrame* frame = currentCall();
     if (!frame) return RTERROR;
+    if (frame->raw) dropRawList(*frame->raw);
     frame->result = std::move(v);
     return RTNORM;
 }
@@ -156,6 +158,7 @@ int acedGetFunCode() {
 
 resbuf* acedGetArgs() {
     CallFrame* frame = currentCall();
+    if (frame && frame->raw) return copyValueList(frame->rawArgs);
     return frame ? valuesToChain(frame->args) : nullptr;
 }
 
@@ -171,8 +174,16 @@ int acedRetPoint(const ads_point p) {
 int acedRetName(const ads_name value, int type) {
     return setResult(type == RTPICKS ? Value::pickset(value[0]) : Value::ename(value[0]));
 }
-int acedRetVal(const resbuf* value) { return setResult(chainToValue(value)); }
-int acedRetList(const resbuf* list) { return setResult(chainToList(list)); }
+int acedRetVal(const resbuf* value) {
+    CallFrame* frame = currentCall();
+    if (frame && frame->raw) return captureRawList(*frame->raw, value);
+    return setResult(chainToValue(value));
+}
+int acedRetList(const resbuf* list) {
+    CallFrame* frame = currentCall();
+    if (frame && frame->raw) return captureRawList(*frame->raw, list);
+    return setResult(chainToList(list));
+}
 
 int acedInvoke(const resbuf* args, resbuf** result) {
     if (result) *result = nullptr;

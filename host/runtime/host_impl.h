@@ -55,11 +55,16 @@ private:
     std::map<std::pair<int, int>, ExternalEntry> functions_;
 };
 
-// One external function call in progress.
+struct RawCapture;
+
+// One external function call in progress. A raw call (bench_call.h) gives its arguments
+// as a value list and keeps the value list returned.
 struct CallFrame {
     std::vector<lisp::Value> args;
     lisp::Value result;
     int code = 0;
+    const resbuf* rawArgs = nullptr;
+    RawCapture* raw = nullptr;
 };
 
 struct Host::Impl {
