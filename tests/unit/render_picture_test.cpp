@@ -12,6 +12,10 @@
 #include "runtime/render/aci_colors.h"
 #include "runtime/render/picture.h"
 
+// Fontconfig keeps its configuration for the life of the process, by design; under the
+// leak checker that is not a leak of ours.
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig.so\n"; }
+
 namespace {
 
 using namespace kelvo::host::render;
