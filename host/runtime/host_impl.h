@@ -40,6 +40,7 @@ public:
     Document(int id, std::wstring fileName);
     ~Document() override;
     const ACHAR* fileName() const override { return fileName_.c_str(); }
+    void setFileName(std::wstring name) { fileName_ = std::move(name); }
     AcDbDatabase* database() const override { return db_.get(); }
 
     int id() const { return id_; }

@@ -143,6 +143,8 @@ HostEditor& hostEditor() {
     return editor;
 }
 
+std::vector<AcEditorReactor*> editorReactors() { return hostEditor().reactors(); }
+
 }  // namespace kelvo::host
 
 namespace {
