@@ -25,6 +25,7 @@
 // parameters) become numbered placeholders ?1, ?2 ... listed in placeholderNames.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -136,6 +137,10 @@ struct Query {
     std::vector<std::string> placeholderNames;  // name bound to ?1, ?2 ... (index + 1)
     bool returnsRows = true;
     std::optional<std::string> intoTable;       // SELECT ... INTO: sqliteSql is the SELECT
+    // Output columns computed by an expression whose type is known (a date function, a
+    // conversion, a comparison ...), by output name. Columns read straight from a table
+    // are not listed: their declared type tells.
+    std::vector<std::pair<std::string, DataType>> expressionTypes;
 };
 
 // CREATE PROCEDURE name (p1 TYPE, ...) AS <statement>: a stored query. jetSql is the
@@ -161,8 +166,22 @@ struct SyntaxError : std::runtime_error {
     long daoCode;
 };
 
-// Reads one statement. Throws SyntaxError.
-Statement parse(std::string_view jetSql);
+// What the translator may ask of the database while it reads a statement.
+struct ParseOptions {
+    // Names that are parameters though no PARAMETERS clause declares them (Access asks
+    // for any name that is not a field; SQLite reports such a name as "no such column:
+    // <name>", so a caller can parse again with the name added here).
+    std::vector<std::string> extraParameters;
+    // The stored SQL of the saved query of this name, or nullopt when the name is not a
+    // saved query. A saved query named in FROM becomes a subquery under its name.
+    std::function<std::optional<std::string>(std::string_view name)> savedQuery;
+    // Used only by TRANSFORM ... PIVOT without an IN list, to read the pivot values.
+    sqlite3* database = nullptr;
+};
+
+// Reads one statement. Throws SyntaxError. Parameter names compare case-insensitively;
+// a reference A!B!C is named "[A]![B]![C]".
+Statement parse(std::string_view jetSql, const ParseOptions& options = {});
 
 // Registers the collation JETNOCASE: case-insensitive over all of Unicode (UTF-8 text),
 // a total order consistent with its equality, trailing blanks significant.
@@ -172,5 +191,11 @@ void registerCollation(sqlite3* db);
 // the aggregates jet_first, jet_last, jet_stdev, jet_stdevp, jet_var, jet_varp, and the
 // operators' helpers. Each is deterministic unless it reads the clock.
 void registerFunctions(sqlite3* db);
+
+// The DAO error number of an error message that one of the functions above raised
+// inside SQLite ("Data type mismatch in criteria expression." is 3464, "Invalid use of
+// Null." 94, "Overflow." 6, "Division by zero." 11, "Invalid procedure call or argument."
+// 5, "Invalid pattern string." 93); 0 for any other message.
+long daoErrorCode(std::string_view message);
 
 }  // namespace kelvo::jet
