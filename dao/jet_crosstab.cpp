@@ -73,10 +73,13 @@ SelectText Translator::crosstab() {
     expectKeyword("transform", 3125, bad);
     const size_t aggregateStart = position();
     if (!expression().aggregate) fail(3125, bad);
+    if (acceptKeyword("as")) name(3125, bad);  // the value's name; columns take the headings
     Core core = selectCore(*this, nullptr);
     std::vector<OrderKey> keys = orderBy(*this);
     expectKeyword("pivot", 3125, bad);
+    pivotExpression = true;
     const std::string pivot = value(expression());
+    pivotExpression = false;
     std::vector<PivotValue> values;
     if (acceptKeyword("in")) {
         expectSymbol("(", 3125, bad);

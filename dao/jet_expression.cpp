@@ -100,6 +100,7 @@ Expr Translator::operand(int level) {
                                              value(right) + ")"));
                     continue;
                 }
+                if (pivotExpression && atKeyword("in")) return left;
                 const bool negated = atKeyword("not") &&
                                      (atKeyword("like", 1) || atKeyword("between", 1) ||
                                       atKeyword("in", 1));

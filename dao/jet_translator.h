@@ -80,6 +80,7 @@ public:
     Expr parenthesised();
     std::string subquery();       // after "(": SELECT ... ")" as "(SELECT ...)"
     std::string aggregateFilter;  // crosstab: the CASE guard put on aggregate arguments
+    bool pivotExpression = false; // crosstab: IN after the PIVOT expression is its headings
 
     // Queries.
     SelectText selectStatement(bool topLevel, std::optional<std::string>* intoTable = nullptr);
