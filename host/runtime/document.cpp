@@ -59,11 +59,6 @@ Document* Host::Impl::findDocument(int id) const {
 
 }  // namespace kelvo::host
 
-AcDbDatabase::AcDbDatabase() = default;
-AcDbDatabase::~AcDbDatabase() = default;
-
-const AcDbObjectId AcDbObjectId::kNull;
-
 AcApDocManager* acDocManagerPtr() {
     static kelvo::host::DocManager manager;
     return &manager;

@@ -1,7 +1,9 @@
 // Run-time classes: descriptors, the class dictionary and the system registry.
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <map>
 #include <memory>
 #include <string>
@@ -17,19 +19,22 @@ struct AcRxClass::Data {
     AcRxClass* parent = nullptr;
     AcRxPseudoConstructor constructor = nullptr;
     int proxyFlags = 0;
+    int dwgVersion = 0;
+    int maintenanceVersion = 0;
 };
+
+namespace kelvo::drawing {
+void registerBuiltinClasses();
+}
 
 namespace {
 
-// Owns every registered descriptor; the built-in classes are registered first.
-class ClassDictionary {
+// Owns every registered descriptor; the built-in classes are registered first. It is the
+// system registry's "ClassDictionary".
+class ClassDictionary : public AcRxDictionary {
 public:
     ClassDictionary() {
-        auto* object = add(std::make_unique<AcRxClass>(L"AcRxObject", nullptr, nullptr, L"",
-                                                       L"", 0));
-        auto* dbObject = add(std::make_unique<AcRxClass>(L"AcDbObject", object, nullptr, L"",
-                                                         L"", 0));
-        add(std::make_unique<AcRxClass>(L"AcDbEntity", dbObject, nullptr, L"", L"", 0));
+        add(std::make_unique<AcRxClass>(L"AcRxObject", nullptr, nullptr, L"", L"", 0));
     }
     AcRxClass* add(std::unique_ptr<AcRxClass> cls) {
         AcRxClass* raw = cls.get();
@@ -40,6 +45,14 @@ public:
         auto it = classes_.find(name);
         return it == classes_.end() ? nullptr : it->second.get();
     }
+    AcRxClass* findByDxfName(const std::wstring& dxfName) const {
+        if (dxfName.empty()) return nullptr;
+        for (const auto& [name, cls] : classes_)
+            if (dxfName == cls->dxfName()) return cls.get();
+        return nullptr;
+    }
+    AcRxObject* at(const ACHAR* key) const override { return key ? find(key) : nullptr; }
+    int numEntries() const override { return static_cast<int>(classes_.size()); }
     void remove(AcRxClass* cls) {
         auto it = classes_.find(cls->name());
         if (it != classes_.end() && it->second.get() == cls) classes_.erase(it);
@@ -49,14 +62,23 @@ private:
     std::map<std::wstring, std::unique_ptr<AcRxClass>> classes_;
 };
 
+// The drawing's classes are registered once the dictionary exists (their registration
+// looks their parents up in it).
 ClassDictionary& dictionary() {
     static ClassDictionary d;
+    static bool building = false;
+    if (!building) {
+        building = true;
+        kelvo::drawing::registerBuiltinClasses();
+    }
     return d;
 }
 
 }  // namespace
 
 AcRxObject::~AcRxObject() = default;
+AcRxObject* AcRxObject::clone() const { return nullptr; }
+Acad::ErrorStatus AcRxObject::copyFrom(const AcRxObject*) { return Acad::eNotApplicable; }
 AcRxClass* AcRxObject::desc() { return dictionary().find(L"AcRxObject"); }
 AcRxClass* AcRxObject::isA() const { return desc(); }
 bool AcRxObject::isKindOf(const AcRxClass* cls) const {
@@ -64,10 +86,11 @@ bool AcRxObject::isKindOf(const AcRxClass* cls) const {
     return mine && mine->isDerivedFrom(cls);
 }
 
-AcRxClass::AcRxClass(const ACHAR* name, AcRxClass* parent, AcRxPseudoConstructor constructor,
-                     const ACHAR* dxfName, const ACHAR* appName, int proxyFlags)
+AcRxClass::AcRxClass(const ACHAR* name, AcRxClass* parent, AcRxPseudoConstructor make,
+                     const ACHAR* dxfName, const ACHAR* appName, int proxyFlags, int dwgVersion,
+                     int maintenanceVersion)
     : d_(new Data{name ? name : L"", dxfName ? dxfName : L"", appName ? appName : L"", parent,
-                  constructor, proxyFlags}) {}
+                  make, proxyFlags, dwgVersion, maintenanceVersion}) {}
 
 AcRxClass::~AcRxClass() { delete d_; }
 
@@ -77,6 +100,11 @@ const ACHAR* AcRxClass::appName() const { return d_->appName.c_str(); }
 AcRxClass* AcRxClass::myParent() const { return d_->parent; }
 int AcRxClass::proxyFlags() const { return d_->proxyFlags; }
 AcRxObject* AcRxClass::create() const { return d_->constructor ? d_->constructor() : nullptr; }
+AcRxPseudoConstructor AcRxClass::constructor() const { return d_->constructor; }
+int AcRxClass::dwgVersion(int& maintenanceVersion) const {
+    maintenanceVersion = d_->maintenanceVersion;
+    return d_->dwgVersion;
+}
 
 bool AcRxClass::isDerivedFrom(const AcRxClass* other) const {
     for (const AcRxClass* c = this; c; c = c->myParent())
@@ -87,15 +115,22 @@ bool AcRxClass::isDerivedFrom(const AcRxClass* other) const {
 bool AcRxClass::sameDescriptor(const AcRxClass& other) const {
     return d_->name == other.d_->name && d_->parent == other.d_->parent &&
            d_->dxfName == other.d_->dxfName && d_->appName == other.d_->appName &&
-           d_->constructor == other.d_->constructor;
+           d_->constructor == other.d_->constructor && d_->dwgVersion == other.d_->dwgVersion &&
+           d_->maintenanceVersion == other.d_->maintenanceVersion;
 }
 
 AcRxClass* newAcRxClass(const ACHAR* name, const ACHAR* parentName, int proxyFlags,
                         AcRxPseudoConstructor constructor, const ACHAR* dxfName,
                         const ACHAR* appName) {
+    return newAcRxClass(name, parentName, 0, 0, proxyFlags, constructor, dxfName, appName);
+}
+
+AcRxClass* newAcRxClass(const ACHAR* name, const ACHAR* parentName, int dwgVersion,
+                        int maintenanceVersion, int proxyFlags, AcRxPseudoConstructor constructor,
+                        const ACHAR* dxfName, const ACHAR* appName) {
     AcRxClass* parent = parentName ? dictionary().find(parentName) : nullptr;
     auto cls = std::make_unique<AcRxClass>(name, parent, constructor, dxfName, appName,
-                                           proxyFlags);
+                                           proxyFlags, dwgVersion, maintenanceVersion);
     if (AcRxClass* existing = dictionary().find(cls->name())) {
         if (existing->sameDescriptor(*cls)) return existing;
         // A second descriptor for a known class would make filing ambiguous: the host stops.
@@ -111,6 +146,27 @@ void deleteAcRxClass(AcRxClass* cls) {
 }
 
 AcRxClass* acrxFindClass(const ACHAR* name) { return name ? dictionary().find(name) : nullptr; }
+
+AcRxClass* acrxFindClassByDxfName(const ACHAR* dxfName) {
+    return dxfName ? dictionary().findByDxfName(dxfName) : nullptr;
+}
+
+void acrx_abort(const ACHAR* format, ...) {
+    // The host's %s takes ACHAR text, which the C library spells %ls.
+    std::wstring fmt;
+    for (const ACHAR* p = format ? format : L""; *p; ++p) {
+        fmt += *p;
+        if (p[0] == L'%' && p[1] == L's') fmt += L'l';
+    }
+    wchar_t text[1024];
+    va_list ap;
+    va_start(ap, format);
+    std::vswprintf(text, 1024, fmt.c_str(), ap);
+    va_end(ap);
+    std::fflush(stdout);
+    std::fprintf(stderr, "%s\n", kelvo::toUtf8(text).c_str());
+    std::_Exit(3);
+}
 
 // The hierarchy is linked as classes are registered; nothing is left to build.
 void acrxBuildClassHierarchy() {}
@@ -153,8 +209,10 @@ class SystemRegistry : public AcRxDictionary {
 public:
     AcRxObject* at(const ACHAR* key) const override {
         if (key && std::wstring(key) == L"AcEditor") return &kelvo::host::hostEditor();
+        if (key && std::wstring(key) == ACRX_CLASS_DICTIONARY) return &dictionary();
         return nullptr;
     }
+    int numEntries() const override { return 2; }
 };
 
 }  // namespace

@@ -1,0 +1,409 @@
+// Objects of the drawing database: opening and closing, erasing, extended data, the
+// extension dictionary and the object's own part of filing.
+//
+// Open states of a database-resident object (readers_, writer_, notifier_):
+//   closed --open(read)--> reading(n) --close--> reading(n-1) ... closed
+//   closed --open(write)--> writing --close--> closed
+//   reading(1) --upgradeOpen--> writing --downgradeOpen--> reading(1)
+
+#include <cstdio>
+#include <cwchar>
+
+#include "dbdict.h"
+#include "dbfiler.h"
+#include "dbsymtb.h"
+#include "runtime/drawing/drawing_internal.h"
+#include "runtime/drawing/dxf_item.h"
+#include "runtime/drawing/object_filing.h"
+#include "runtime/drawing/resbuf_chain.h"
+
+using namespace kelvo::drawing;
+
+namespace kelvo::drawing {
+
+int& assertionFailures() {
+    static int count = 0;
+    return count;
+}
+
+namespace {
+
+constexpr int kMaxReaders = 256;
+
+void reportAssertion(const char* what) {
+    ++assertionFailures();
+    std::fprintf(stderr, "; drawing: %s\n", what);
+}
+
+// The application name of a 1001 node.
+std::wstring appName(const resbuf* rb) {
+    return rb && rb->resval.rstring ? rb->resval.rstring : L"";
+}
+
+// The end of the application part that starts at `start` (the next 1001 or null).
+const resbuf* segmentEnd(const resbuf* start) {
+    const resbuf* rb = start->rbnext;
+    while (rb && rb->restype != AcDb::kDxfRegAppName) rb = rb->rbnext;
+    return rb;
+}
+
+bool isXDataCode(int code) {
+    return (code >= 1000 && code <= 1071) && code != 1001;
+}
+
+bool isRegistered(AcDbDatabase* db, const std::wstring& name) {
+    if (!db) return true;
+    auto* table = AcDbRegAppTable::cast(peekObject(db->regAppTableId()));
+    return table && table->has(name.c_str());
+}
+
+}  // namespace
+}  // namespace kelvo::drawing
+
+AcGiDrawable::~AcGiDrawable() = default;
+AcRxClass* AcGiDrawable::desc() { return acrxFindClass(L"AcGiDrawable"); }
+AcRxClass* AcGiDrawable::isA() const { return desc(); }
+
+ACRX_NO_CONS_DEFINE_MEMBERS(AcDbObject, AcGiDrawable)
+
+AcDbObject::AcDbObject() = default;
+
+AcDbObject::~AcDbObject() { acutRelRb(xdata_); }
+
+AcDbObjectId AcDbObject::objectId() const { return AcDbObjectId(stub_); }
+AcDbObjectId AcDbObject::ownerId() const { return ownerId_; }
+
+Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId ownerId) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    ownerId_ = ownerId;
+    return Acad::eOk;
+}
+
+void AcDbObject::getAcDbHandle(AcDbHandle& handle) const {
+    handle = stub_ ? stub_->handle : AcDbHandle();
+}
+
+AcDbDatabase* AcDbObject::database() const { return stub_ ? stub_->database : nullptr; }
+
+Acad::ErrorStatus acdbOpenObject(AcDbObject*& pObj, AcDbObjectId id, AcDb::OpenMode mode,
+                                 bool openErased) {
+    pObj = nullptr;
+    if (id.isNull()) return Acad::eNullObjectId;
+    if (!isLiveStub(id.stub())) return Acad::eInvalidObjectId;
+    AcDbObject* object = id.stub()->object;
+    if (!object) return Acad::eUnknownHandle;
+    if (object->isErased() && !openErased) return Acad::eWasErased;
+    int& readers = ObjectAccess::readersRef(*object);
+    bool& writer = ObjectAccess::writerRef(*object);
+    bool& notifier = ObjectAccess::notifierRef(*object);
+    switch (mode) {
+        case AcDb::kForRead:
+            if (writer) return Acad::eWasOpenForWrite;
+            if (readers >= kMaxReaders) return Acad::eAtMaxReaders;
+            ++readers;
+            break;
+        case AcDb::kForWrite:
+            if (writer) return Acad::eWasOpenForWrite;
+            if (notifier) return Acad::eWasOpenForNotify;
+            if (readers > 0) return Acad::eWasOpenForRead;
+            writer = true;
+            break;
+        case AcDb::kForNotify:
+            if (notifier) return Acad::eWasOpenForNotify;
+            notifier = true;
+            break;
+    }
+    Acad::ErrorStatus es = ObjectAccess::callSubOpen(*object, mode);
+    if (es != Acad::eOk) {
+        if (mode == AcDb::kForRead) --readers;
+        else if (mode == AcDb::kForWrite) writer = false;
+        else notifier = false;
+        return es;
+    }
+    pObj = object;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& pObj, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
+    return acdbOpenObject(pObj, id, mode, openErased);
+}
+
+Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& pEnt, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
+    return acdbOpenObject<AcDbEntity>(pEnt, id, mode, openErased);
+}
+
+Acad::ErrorStatus AcDbObject::close() {
+    if (!stub_) return Acad::eNotInDatabase;
+    if (writer_) writer_ = false;
+    else if (readers_ > 0) --readers_;
+    else if (notifier_) notifier_ = false;
+    else return Acad::eNotOpenForRead;
+    subClose();
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::upgradeOpen() {
+    if (!stub_) return Acad::eOk;
+    if (writer_) return Acad::eWasOpenForWrite;
+    if (readers_ == 0) return Acad::eNotOpenForRead;
+    if (readers_ > 1) return Acad::eHadMultipleReaders;
+    readers_ = 0;
+    writer_ = true;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::downgradeOpen() {
+    if (!stub_) return Acad::eOk;
+    if (!writer_) return Acad::eNotOpenForWrite;
+    writer_ = false;
+    readers_ = 1;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!stub_) return Acad::eNotInDatabase;
+    if (erasing == erased_) return erasing ? Acad::eWasErased : Acad::eWasNotErased;
+    Acad::ErrorStatus es = subErase(erasing);
+    if (es != Acad::eOk) return es;
+    erased_ = erasing;
+    modified_ = true;
+    return Acad::eOk;
+}
+
+bool AcDbObject::isErased() const { return erased_; }
+bool AcDbObject::isReadEnabled() const { return !stub_ || readers_ > 0 || writer_ || notifier_; }
+bool AcDbObject::isWriteEnabled() const { return !stub_ || writer_; }
+bool AcDbObject::isNotifyEnabled() const { return !stub_ || notifier_; }
+bool AcDbObject::isNewObject() const { return !stub_; }
+bool AcDbObject::isModified() const { return modified_; }
+
+void AcDbObject::assertReadEnabled() const {
+    if (!isReadEnabled()) reportAssertion("object is not open for read");
+}
+
+void AcDbObject::assertWriteEnabled(Adesk::Boolean, Adesk::Boolean recordModified) {
+    if (!isWriteEnabled()) reportAssertion("object is not open for write");
+    if (recordModified) modified_ = true;
+}
+
+void AcDbObject::assertNotifyEnabled() const {
+    if (!isNotifyEnabled()) reportAssertion("object is not open for notify");
+}
+
+Acad::ErrorStatus AcDbObject::subOpen(AcDb::OpenMode) { return Acad::eOk; }
+Acad::ErrorStatus AcDbObject::subClose() { return Acad::eOk; }
+Acad::ErrorStatus AcDbObject::subErase(Adesk::Boolean) { return Acad::eOk; }
+Adesk::UInt32 AcDbObject::subSetAttributes(AcGiDrawableTraits*) { return kDrawableNone; }
+Adesk::Boolean AcDbObject::subWorldDraw(AcGiWorldDraw*) { return true; }
+void AcDbObject::subViewportDraw(AcGiViewportDraw*) {}
+Adesk::Boolean AcDbObject::isPersistent() const { return stub_ != nullptr; }
+AcDbObjectId AcDbObject::id() const { return objectId(); }
+Acad::ErrorStatus AcDbObject::audit(AcDbAuditInfo*) { return Acad::eOk; }
+
+// --- extended data -------------------------------------------------------------------
+
+resbuf* AcDbObject::xData(const ACHAR* regappName) const {
+    assertReadEnabled();
+    if (!regappName) return copyChain(xdata_);
+    std::wstring wanted = upperName(regappName);
+    for (const resbuf* rb = xdata_; rb; rb = segmentEnd(rb))
+        if (upperName(appName(rb)) == wanted) return copyChain(rb, segmentEnd(rb));
+    return nullptr;
+}
+
+Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!xdata) return Acad::eOk;
+    if (xdata->restype != AcDb::kDxfRegAppName) return Acad::eInvalidInput;
+    AcDbDatabase* db = stub_ ? stub_->database : workingDatabase();
+    for (const resbuf* rb = xdata; rb; rb = rb->rbnext) {
+        if (rb->restype == AcDb::kDxfRegAppName) {
+            if (appName(rb).empty()) return Acad::eInvalidInput;
+            if (!isRegistered(db, appName(rb))) return Acad::eRegappIdNotFound;
+        } else if (!isXDataCode(rb->restype)) {
+            return Acad::eInvalidInput;
+        }
+    }
+    for (const resbuf* seg = xdata; seg; seg = segmentEnd(seg)) {
+        std::wstring name = upperName(appName(seg));
+        // Drop the application's old part, then append the new one if it has data.
+        resbuf* kept = nullptr;
+        resbuf* tail = nullptr;
+        resbuf* old = xdata_;
+        while (old) {
+            resbuf* end = const_cast<resbuf*>(segmentEnd(old));
+            resbuf* last = old;
+            while (last->rbnext != end) last = last->rbnext;
+            last->rbnext = nullptr;
+            if (upperName(appName(old)) == name) acutRelRb(old);
+            else appendNode(kept, tail, old);
+            old = end;
+        }
+        if (seg->rbnext && seg->rbnext->restype != AcDb::kDxfRegAppName)
+            appendNode(kept, tail, copyChain(seg, segmentEnd(seg)));
+        xdata_ = kept;
+    }
+    modified_ = true;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::xDataTransformBy(const AcGeMatrix3d& xform) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    for (resbuf* rb = xdata_; rb; rb = rb->rbnext) {
+        AcGePoint3d p(rb->resval.rpoint[0], rb->resval.rpoint[1], rb->resval.rpoint[2]);
+        AcGeVector3d v(p.x, p.y, p.z);
+        if (rb->restype == AcDb::kDxfXdWorldXCoord) p.transformBy(xform);
+        else if (rb->restype == AcDb::kDxfXdWorldXDisp || rb->restype == AcDb::kDxfXdWorldXDir) {
+            v.transformBy(xform);
+            if (rb->restype == AcDb::kDxfXdWorldXDir) v.normalize();
+            p = AcGePoint3d(v.x, v.y, v.z);
+        } else if (rb->restype == AcDb::kDxfXdDist) {
+            rb->resval.rreal *= xform.scale();
+            continue;
+        } else if (rb->restype == AcDb::kDxfXdScale) {
+            rb->resval.rreal *= xform.scale();
+            continue;
+        } else {
+            continue;
+        }
+        for (int i = 0; i < 3; ++i) rb->resval.rpoint[i] = p[i];
+    }
+    return Acad::eOk;
+}
+
+// --- extension dictionary ------------------------------------------------------------
+
+AcDbObjectId AcDbObject::extensionDictionary() const { return extensionDictionary_; }
+
+Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (!stub_) return Acad::eNotInDatabase;
+    if (!extensionDictionary_.isNull()) return Acad::eAlreadyInDb;
+    auto* dict = new AcDbDictionary();
+    AcDbObjectId id;
+    addObject(*stub_->database, dict, id);
+    ObjectAccess::setOwner(*dict, objectId());
+    dict->close();
+    extensionDictionary_ = id;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (extensionDictionary_.isNull()) return Acad::eOk;
+    AcDbDictionary* dict = nullptr;
+    Acad::ErrorStatus es = acdbOpenObject(dict, extensionDictionary_, AcDb::kForWrite);
+    if (es != Acad::eOk) return es;
+    if (dict->numEntries() > 0) {
+        dict->close();
+        return Acad::eContainerNotEmpty;
+    }
+    dict->erase();
+    dict->close();
+    extensionDictionary_.setNull();
+    return Acad::eOk;
+}
+
+// --- filing --------------------------------------------------------------------------
+
+Acad::ErrorStatus AcDbObject::dwgOutFields(AcDbDwgFiler* filer) const {
+    assertReadEnabled();
+    filer->writeSoftPointerId(ownerId_);
+    filer->writeHardOwnershipId(extensionDictionary_);
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* filer) {
+    assertWriteEnabled();
+    AcDbSoftPointerId owner;
+    AcDbHardOwnershipId dict;
+    filer->readSoftPointerId(&owner);
+    filer->readHardOwnershipId(&dict);
+    if (filer->filerStatus() != Acad::eOk) return filer->filerStatus();
+    ownerId_ = owner;
+    extensionDictionary_ = dict;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::dxfOutFields(AcDbDxfFiler* filer) const {
+    assertReadEnabled();
+    if (stub_) filer->writeAcDbHandle(AcDb::kDxfHandle, stub_->handle);
+    if (!extensionDictionary_.isNull()) {
+        filer->writeString(AcDb::kDxfControlString, L"{ACAD_XDICTIONARY");
+        filer->writeObjectId(AcDb::kDxfHardOwnershipId, extensionDictionary_);
+        filer->writeString(AcDb::kDxfControlString, L"}");
+    }
+    filer->writeObjectId(AcDb::kDxfSoftPointerId, ownerId_);
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) {
+    assertWriteEnabled();
+    bool inDictionaryGroup = false;
+    return readClassItems(filer, [&](const DxfItem& item) {
+        switch (item.code()) {
+            case AcDb::kDxfControlString:
+                inDictionaryGroup = item.text() == L"{ACAD_XDICTIONARY";
+                break;
+            case AcDb::kDxfHardOwnershipId:
+                if (inDictionaryGroup) extensionDictionary_ = item.id();
+                break;
+            case AcDb::kDxfSoftPointerId:
+                if (!filer->isModifyingExistingObject()) ownerId_ = item.id();
+                break;
+            default: break;
+        }
+    });
+}
+
+Acad::ErrorStatus AcDbObject::dwgOut(AcDbDwgFiler* filer) const {
+    Acad::ErrorStatus es = dwgOutFields(filer);
+    if (es != Acad::eOk) return es;
+    return writeXDataToDwg(filer, xdata_);
+}
+
+Acad::ErrorStatus AcDbObject::dwgIn(AcDbDwgFiler* filer) {
+    Acad::ErrorStatus es = dwgInFields(filer);
+    if (es != Acad::eOk) return es;
+    resbuf* chain = nullptr;
+    es = readXDataFromDwg(filer, chain);
+    if (es != Acad::eOk) return es;
+    acutRelRb(xdata_);
+    xdata_ = chain;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbObject::dxfOut(AcDbDxfFiler* filer) const {
+    AcRxClass* cls = isA();
+    filer->writeString(AcDb::kDxfStart, cls ? dxfNameOf(cls) : L"");
+    Acad::ErrorStatus es = dxfOutFields(filer);
+    if (es != Acad::eOk) return es;
+    if (xdata_) {
+        filer->writeXDataStart();
+        for (const resbuf* rb = xdata_; rb; rb = rb->rbnext) filer->writeItem(*rb);
+    }
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbObject::dxfIn(AcDbDxfFiler* filer) {
+    Acad::ErrorStatus es = dxfInFields(filer);
+    if (es != Acad::eOk) return es;
+    if (!filer->atExtendedData()) return Acad::eOk;
+    resbuf* head = nullptr;
+    resbuf* tail = nullptr;
+    DxfItem item;
+    while (item.read(filer)) appendNode(head, tail, copyNode(&item.rb()));
+    RbChain chain(head);
+    return head ? setXData(head) : Acad::eOk;
+}
+
+// --- copies --------------------------------------------------------------------------
+
+AcRxObject* AcDbObject::clone() const { return cloneThroughFiler(*this); }
+
+Acad::ErrorStatus AcDbObject::copyFrom(const AcRxObject* other) {
+    return copyThroughFiler(*this, other);
+}
