@@ -2,6 +2,9 @@
 #include "database/call_guard.h"
 
 #include "acdocman.h"
+#include "database/current_connection.h"
+#include "database/db_connection.h"
+#include "module/document_records.h"
 
 namespace kelvo::database {
 namespace {
@@ -11,13 +14,42 @@ std::wstring& checkedDocument() {
     return name;
 }
 
+// Rule 3: the record's database is open in the record's access.
+bool recordIsServed(const DocumentRecord& record) {
+    const CDBConnection* current = currentConnection();
+    if (current == nullptr || !current->isOpen() || current->canUpdate() == record.flag) {
+        return false;
+    }
+    return record.connection == current || isSameDatabase(current, record.secondText);
+}
+
 }  // namespace
 
-void checkCurrentDocument() {
+void noteCurrentDocument() {
+    // Read in place: the guard runs before every database call, row reads included.
     AcApDocManager* manager = acDocManagerPtr();
-    AcApDocument* document = manager != nullptr ? manager->curDocument() : nullptr;
-    const ACHAR* fileName = document != nullptr ? document->fileName() : nullptr;
-    checkedDocument() = fileName != nullptr ? fileName : L"";
+    const AcApDocument* document = manager != nullptr ? manager->curDocument() : nullptr;
+    const ACHAR* name = document != nullptr ? document->fileName() : nullptr;
+    std::wstring& noted = checkedDocument();
+    if (name == nullptr) {
+        noted.clear();
+    } else if (noted != name) {
+        noted = name;
+    }
+}
+
+void checkCurrentDocument() {
+    noteCurrentDocument();
+    DocumentRecord* record = documentRecords().find(checkedDocument());
+    if (record == nullptr || record->secondText.empty() || recordIsServed(*record)) return;
+    const std::wstring path = record->secondText;
+    if (connectDatabase(path, record->flag) == ConnectResult::kFailed) {
+        record = documentRecords().find(checkedDocument());
+        if (record != nullptr) {
+            record->connection = nullptr;
+            record->secondText.clear();
+        }
+    }
 }
 
 const std::wstring& lastCheckedDocument() {

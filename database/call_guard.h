@@ -1,22 +1,39 @@
-// The database layer's per-call guard: runs first in every kv_ callback and in the
-// drawing-closed step of the module.
+// The database layer's per-call guard: it runs first in every kv_ callback
+// (runDatabaseCall) and, in its note-only form, when a drawing closes.
+//
+// The database connection is process-wide: the database that is open serves every
+// drawing. The per-document records (module/document_records.h) say which drawing
+// connected to which database. With several drawings open the guard keeps the
+// connection consistent with the drawing that is current, by these rules, in order:
+//
+//   1. Note the current document's file name.
+//   2. Find the current document's record (the first record of that file name). When
+//      there is none, or it names no database (the drawing never connected, or its
+//      database was closed with kv_close_db or dropped when it was saved under another
+//      name), stop: the current connection, whichever drawing made it, serves as it is.
+//   3. When the open database is the record's database in the record's access, stop.
+//   4. Otherwise another drawing has connected elsewhere since, or a drawing's close has
+//      dropped the connection: reconnect to the record's database in the record's
+//      access, as kv_connect does (a damaged file goes through "compactDatabase" once,
+//      and the drawing's open tables are not restored). A failure is reported once and
+//      the record forgets its database, so that the next call does not try again.
+//
+// kv_connect runs only rule 1 (it replaces the connection anyway), and so does the
+// drawing-closed step (the closing drawing's database is closed right after).
 #pragma once
 
 #include <string>
 
 namespace kelvo::database {
 
-// Looks at the document that is current now. Until the connection layer exists it only
-// reads the current document and its file name and keeps that name.
-//
-// What it will enforce once connections exist: the module's current connection always
-// belongs to the drawing that is now current. When the current document differs from
-// the one the connection was made for, it selects that document's record, drops or
-// restores the connection accordingly, and after a "*REPAIR*" open it retries once.
+// The full guard: rules 1 to 4.
 void checkCurrentDocument();
 
-// The file name of the document current at the last checkCurrentDocument (empty when
-// no document was current).
+// Rule 1 only.
+void noteCurrentDocument();
+
+// The file name of the document current at the last check (empty when no document was
+// current).
 const std::wstring& lastCheckedDocument();
 
 }  // namespace kelvo::database

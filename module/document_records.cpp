@@ -5,9 +5,20 @@
 
 #include "acdocman.h"
 #include "afx.h"
+#include "database/db_connection.h"
 
 namespace kelvo {
 namespace {
+
+// Closes the record's connection and drops its hold on it. The connection object itself
+// belongs to the database layer, which deletes it at module unload.
+void releaseConnection(DocumentRecord& record) {
+    if (record.connection != nullptr) record.connection->close();
+    record.connection = nullptr;
+    record.secondText.clear();
+}
+
+}  // namespace
 
 std::wstring currentDocumentFileName() {
     AcApDocManager* manager = acDocManagerPtr();
@@ -15,15 +26,6 @@ std::wstring currentDocumentFileName() {
     const ACHAR* name = document != nullptr ? document->fileName() : nullptr;
     return name != nullptr ? name : L"";
 }
-
-// Drops the record's hold on its connection. The connection object itself belongs to
-// the database layer, which closes it when it drops the current connection.
-void releaseConnection(DocumentRecord& record) {
-    record.connection = nullptr;
-    record.secondText.clear();
-}
-
-}  // namespace
 
 bool DocumentRecords::addForCurrentDocument() {
     try {
@@ -39,6 +41,13 @@ bool DocumentRecords::addForCurrentDocument() {
 DocumentRecord& DocumentRecords::head() {
     if (records_.empty()) throw new CInvalidArgException();
     return records_.front();
+}
+
+DocumentRecord* DocumentRecords::find(const std::wstring& documentFileName) {
+    for (DocumentRecord& record : records_) {
+        if (record.documentFileName == documentFileName) return &record;
+    }
+    return nullptr;
 }
 
 void DocumentRecords::dropHead() {

@@ -9,11 +9,14 @@
 
 namespace kelvo {
 
+// What a drawing connected to: a successful kv_connect made while the drawing is current
+// stores the connection, the database's full path (second text) and the read-only flag;
+// kv_close_db clears them (database/current_connection.h).
 struct DocumentRecord {
     std::wstring documentFileName;        // the current document's name at its open
     CDBConnection* connection = nullptr;  // null until the document connects
-    std::wstring secondText;              // emptied whenever the connection is dropped
-    bool flag = false;
+    std::wstring secondText;              // the database path; emptied with the connection
+    bool flag = false;                    // the database was opened read-only
 };
 
 class DocumentRecords {
@@ -24,14 +27,17 @@ public:
     // The first record, by design not a search for any particular document. Throws
     // CInvalidArgException* when the list is empty.
     DocumentRecord& head();
+    // The first record of the document of that file name, or null.
+    DocumentRecord* find(const std::wstring& documentFileName);
     // Removes the first record (nothing when the list is empty).
     void dropHead();
-    // Drops every record, releasing each one's connection.
+    // Drops every record, closing each one's connection.
     void clear();
 
     bool empty() const { return records_.empty(); }
     std::size_t size() const { return records_.size(); }
     const std::list<DocumentRecord>& records() const { return records_; }
+    std::list<DocumentRecord>& records() { return records_; }
 
 private:
     std::list<DocumentRecord> records_;
@@ -39,5 +45,8 @@ private:
 
 // The module-wide list.
 DocumentRecords& documentRecords();
+
+// The file name of the document manager's current document (empty when none).
+std::wstring currentDocumentFileName();
 
 }  // namespace kelvo

@@ -6,6 +6,7 @@
 #include "acdocman.h"
 #include "adslib.h"
 #include "database/call_guard.h"
+#include "database/current_connection.h"
 #include "entities/tv_leader_class.h"
 #include "module/dao_start.h"
 #include "module/document_records.h"
@@ -48,6 +49,7 @@ AcRx::AppRetCode startModule(void* pkt) {
 
 AcRx::AppRetCode stopModule() {
     unregisterTvLeaderClass();
+    database::deleteAllConnections();
     stopDao();
     detachEditorReactor();
     acrxUnloadModule(kCompanionModule);
@@ -63,8 +65,8 @@ AcRx::AppRetCode openDrawing() {
 }
 
 AcRx::AppRetCode closeDrawing() {
-    database::checkCurrentDocument();
-    // The current database connection is closed here once the connection layer exists.
+    database::noteCurrentDocument();
+    database::dropCurrentConnection();
     documentRecords().dropHead();
     if (closingLastDocument()) documentRecords().clear();
     return AcRx::kRetOK;
