@@ -41,7 +41,7 @@ public:
     bool CanUpdate() const;
 
     // Parameters declared by PARAMETERS (in declared order), and their values. Setting an
-    // undeclared name throws 3265. A parameter never set runs as null.
+    // undeclared name throws 3265. Running with a parameter never set throws 3061.
     short GetParameterCount() const;
     void GetParameterInfo(int index, CDaoParameterInfo& info,
                           DWORD level = AFX_DAO_PRIMARY_INFO) const;
@@ -56,6 +56,8 @@ public:
 
 private:
     void requireOpen() const;
+    void readParameters();
+    int parameterIndex(const wchar_t* name) const;
 
     bool open_ = false;
     bool stored_ = false;
@@ -63,6 +65,7 @@ private:
     std::wstring sql_;
     short type_ = 0;
     std::vector<CDaoParameterInfo> parameters_;
+    std::vector<bool> parameterSet_;
     long recordsAffected_ = 0;
 
     friend class CDaoRecordset;
