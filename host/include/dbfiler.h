@@ -12,7 +12,9 @@
 // writeObjectId; a file filer writes the handle, and on reading every filer gives a
 // reference item with the id in resval.rlname[0] (AcDbObjectId::asOldId), a file filer
 // resolving the handle with AcDbDatabase::getAcDbObjectId(id, true, handle). Groups 5 and
-// 105 (own handle) and 1005 (handle in extended data) stay hex text.
+// 105 (own handle) and 1005 (handle in extended data) stay hex text. Angles (groups
+// 50..58) are radians in objects and in resbufs; a file filer writes and reads them in
+// degrees, as drawing files hold them.
 #pragma once
 
 #include <string>

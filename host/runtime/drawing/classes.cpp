@@ -50,7 +50,6 @@ const std::vector<Builtin>& builtins() {
         {L"AcDbBlockBegin", L"AcDbEntity", L"BLOCK", make<AcDbBlockBegin>},
         {L"AcDbBlockEnd", L"AcDbEntity", L"ENDBLK", make<AcDbBlockEnd>},
         {L"AcDbSequenceEnd", L"AcDbEntity", L"SEQEND", make<AcDbSequenceEnd>},
-#ifdef KELVO_DRAWING_ENTITIES
         {L"AcDbLine", L"AcDbCurve", L"LINE", make<AcDbLine>},
         {L"AcDbCircle", L"AcDbCurve", L"CIRCLE", make<AcDbCircle>},
         {L"AcDbArc", L"AcDbCircle", L"ARC", make<AcDbArc>},
@@ -68,7 +67,6 @@ const std::vector<Builtin>& builtins() {
         {L"AcDbFace", L"AcDbEntity", L"3DFACE", make<AcDbFace>},
         {L"AcDbProxyEntity", L"AcDbEntity", L"ACAD_PROXY_ENTITY", make<AcDbProxyEntity>},
         {L"AcDbProxyObject", L"AcDbObject", L"ACAD_PROXY_OBJECT", make<AcDbProxyObject>},
-#endif
     };
     return list;
 }

@@ -11,6 +11,7 @@
 // the file lacked (standard tables and records, model space) and links block markers.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -87,6 +88,15 @@ Acad::ErrorStatus appendToBlock(AcDbObjectId blockId, AcDbObjectId entityId);
 // Names an object in a dictionary without changing its owner.
 Acad::ErrorStatus setDictionaryEntry(AcDbObjectId dictionaryId, const wchar_t* name,
                                      AcDbObjectId entryId);
+
+// One object's DWG stream, as its dwgOut writes it (fields, then extended data), and
+// back. Reading creates the object of the named class; when the class is unknown, or its
+// reader answers eMakeMeProxy (data of a newer version), the answer is a proxy that keeps
+// the stream and writes it back unchanged. The object is not added to db; references are
+// resolved in db by handle (creating the ids of handles not read yet).
+Acad::ErrorStatus writeObjectToDwg(const AcDbObject& object, std::vector<std::uint8_t>& bytes);
+Acad::ErrorStatus readObjectFromDwg(const std::wstring& className, const std::vector<std::uint8_t>& bytes,
+                                    AcDbDatabase& db, AcDbObject*& object, bool isEntity = true);
 
 enum class TableKind { Block, Layer, TextStyle, Linetype, RegApp, NamedObjects };
 // Makes an object the database's table of that kind (or its named-object dictionary).

@@ -11,6 +11,7 @@
 
 #include "dbents.h"
 #include "dbmain.h"
+#include "dbproxy.h"
 #include "dbsymtb.h"
 
 // One object of one database: its handle and the object itself (null for a handle that
@@ -22,6 +23,8 @@ struct AcDbStub {
 };
 
 namespace kelvo::drawing {
+
+struct ProxyData;
 
 // Whether the stub belongs to a database that is still open (a stale or made-up id is not).
 bool isLiveStub(const AcDbStub* stub);
@@ -75,6 +78,11 @@ public:
     static AcDbObjectIdArray& attributes(AcDbBlockReference& r) { return r.attributes_; }
     static AcDbObjectId& seqend(AcDbBlockReference& r) { return r.seqend_; }
     static AcArray<AcDbAttribute*>& pending(AcDbBlockReference& r) { return r.pendingAttributes_; }
+    static ProxyData* proxy(const AcDbObject& o) {
+        if (auto* e = dynamic_cast<const AcDbProxyEntity*>(&o)) return e->data_;
+        if (auto* p = dynamic_cast<const AcDbProxyObject*>(&o)) return p->data_;
+        return nullptr;
+    }
     static AcDbObjectIdArray& vertices(AcDb2dPolyline& p) { return p.vertices_; }
     static AcDbObjectId& seqend(AcDb2dPolyline& p) { return p.seqend_; }
     static AcArray<AcDb2dVertex*>& pending(AcDb2dPolyline& p) { return p.pendingVertices_; }

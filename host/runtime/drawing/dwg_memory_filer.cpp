@@ -26,6 +26,10 @@ void DwgMemoryFiler::setBytes(std::vector<std::uint8_t> bytes) {
     status_ = Acad::eOk;
 }
 
+void DwgMemoryFiler::appendRaw(const std::vector<std::uint8_t>& raw) {
+    if (status_ == Acad::eOk) bytes_.insert(bytes_.end(), raw.begin(), raw.end());
+}
+
 void DwgMemoryFiler::rewind() {
     pos_ = 0;
     status_ = Acad::eOk;

@@ -31,6 +31,8 @@ public:
 
     const std::vector<std::uint8_t>& bytes() const { return bytes_; }
     void setBytes(std::vector<std::uint8_t> bytes);
+    // Appends bytes of another stream as they are (a proxy writing back what it read).
+    void appendRaw(const std::vector<std::uint8_t>& raw);
     // Back to the start for reading what was written.
     void rewind();
     bool atEnd() const { return pos_ >= bytes_.size(); }

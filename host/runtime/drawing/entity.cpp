@@ -6,6 +6,7 @@
 #include "dbsymtb.h"
 #include "runtime/drawing/drawing_internal.h"
 #include "runtime/drawing/dxf_item.h"
+#include "runtime/drawing/entity_support.h"
 #include "runtime/drawing/extents_draw.h"
 
 using namespace kelvo::drawing;
@@ -317,15 +318,25 @@ Acad::ErrorStatus AcDbEntity::subGetTransformedCopy(const AcGeMatrix3d& xform, A
     return es;
 }
 
-Acad::ErrorStatus AcDbEntity::subIntersectWith(const AcDbEntity*, AcDb::Intersect, AcGePoint3dArray&,
-                                               Adesk::GsMarker, Adesk::GsMarker) const {
-    return Acad::eNotApplicable;
+// By default the straight pieces both entities draw are intersected (curves as chords).
+Acad::ErrorStatus AcDbEntity::subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType,
+                                               AcGePoint3dArray& points, Adesk::GsMarker,
+                                               Adesk::GsMarker) const {
+    if (!pEnt) return Acad::eNullEntityPointer;
+    std::vector<std::pair<AcGePoint3d, AcGePoint3d>> mine, theirs;
+    drawnSegments(*this, mine);
+    drawnSegments(*pEnt, theirs);
+    AcDb::Intersect pieces = intType == AcDb::kOnBothOperands ? intType : AcDb::kOnBothOperands;
+    for (const auto& [a1, a2] : mine)
+        for (const auto& [b1, b2] : theirs) intersectSegments(a1, a2, b1, b2, pieces, points);
+    return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbEntity::subIntersectWith(const AcDbEntity*, AcDb::Intersect, const AcGePlane&,
-                                               AcGePoint3dArray&, Adesk::GsMarker,
-                                               Adesk::GsMarker) const {
-    return Acad::eNotApplicable;
+Acad::ErrorStatus AcDbEntity::subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType,
+                                               const AcGePlane&, AcGePoint3dArray& points,
+                                               Adesk::GsMarker thisGsMarker,
+                                               Adesk::GsMarker otherGsMarker) const {
+    return subIntersectWith(pEnt, intType, points, thisGsMarker, otherGsMarker);
 }
 
 Acad::ErrorStatus AcDbEntity::subGetGeomExtents(AcDbExtents& extents) const {

@@ -15,6 +15,7 @@
 #include "runtime/drawing/drawing_internal.h"
 #include "runtime/drawing/dxf_item.h"
 #include "runtime/drawing/object_filing.h"
+#include "runtime/drawing/proxy_data.h"
 #include "runtime/drawing/resbuf_chain.h"
 
 using namespace kelvo::drawing;
@@ -362,6 +363,8 @@ Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) {
 Acad::ErrorStatus AcDbObject::dwgOut(AcDbDwgFiler* filer) const {
     Acad::ErrorStatus es = dwgOutFields(filer);
     if (es != Acad::eOk) return es;
+    const ProxyData* proxy = ObjectAccess::proxy(*this);
+    if (proxy && proxy->fromDwg) return Acad::eOk;   // its stream holds its extended data
     return writeXDataToDwg(filer, xdata_);
 }
 
@@ -378,7 +381,8 @@ Acad::ErrorStatus AcDbObject::dwgIn(AcDbDwgFiler* filer) {
 
 Acad::ErrorStatus AcDbObject::dxfOut(AcDbDxfFiler* filer) const {
     AcRxClass* cls = isA();
-    filer->writeString(AcDb::kDxfStart, cls ? dxfNameOf(cls) : L"");
+    const ProxyData* proxy = ObjectAccess::proxy(*this);
+    filer->writeString(AcDb::kDxfStart, proxy ? proxy->dxfName.c_str() : cls ? dxfNameOf(cls) : L"");
     Acad::ErrorStatus es = dxfOutFields(filer);
     if (es != Acad::eOk) return es;
     if (xdata_) {
