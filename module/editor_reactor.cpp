@@ -2,10 +2,27 @@
 #include "module/editor_reactor.h"
 
 #include <memory>
+#include <string>
+
+#include "acdocman.h"
+#include "database/current_connection.h"
+#include "module/document_records.h"
 
 kvEditorReactor::~kvEditorReactor() = default;
 
-void kvEditorReactor::saveComplete(AcDbDatabase* /*db*/, const ACHAR* /*actualName*/) {}
+// The head record is compared, by design not the saved document's own record: with
+// several drawings open it is the first drawing's record that decides.
+void kvEditorReactor::saveComplete(AcDbDatabase* db, const ACHAR* actualName) {
+    AcApDocManager* manager = acDocManagerPtr();
+    AcApDocument* document = manager != nullptr ? manager->curDocument() : nullptr;
+    if (document == nullptr || db != document->database()) return;
+    kelvo::DocumentRecords& records = kelvo::documentRecords();
+    if (records.empty()) return;
+    const kelvo::DocumentRecord& head = records.head();
+    if (head.documentFileName == std::wstring(actualName != nullptr ? actualName : L"")) return;
+    if (kelvo::database::isCurrentConnection(head.connection))
+        kelvo::database::closeCurrentDatabase();
+}
 
 namespace kelvo {
 namespace {

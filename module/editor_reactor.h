@@ -10,12 +10,11 @@ public:
     kvEditorReactor() = default;
     ~kvEditorReactor() override;
 
-    // Once the connection layer exists: when `db` is the current document's database
-    // and the head per-document record's file name differs (case-sensitively) from
-    // `actualName`, and that record holds the current connection, it runs the inner
-    // handler of kv_close_db (closes the current connection, empties the current
-    // database name and clears the record's connection), ignoring its status. Until
-    // then there is no connection to drop and it does nothing.
+    // When `db` is the current document's database and the head per-document record's
+    // file name differs (case-sensitively) from `actualName`, and that record holds the
+    // current connection, runs the inner work of kv_close_db (closes the current
+    // connection, empties the current database name and clears the records' hold on it).
+    // With no per-document record at all it does nothing.
     void saveComplete(AcDbDatabase* db, const ACHAR* actualName) override;
 };
 
