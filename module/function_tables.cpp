@@ -3,6 +3,8 @@
 
 #include <iterator>
 
+#include "entities/leader_functions.h"
+#include "entities/xdata_functions.h"
 #include "module/file_functions.h"
 #include "module/general_functions.h"
 #include "module/message_functions.h"
@@ -55,10 +57,10 @@ constexpr LispFunction kDatabaseTable[] = {
     {L"kv_message_box", kvMessageBox},
     {L"kv_create_index", kNotBuilt},
     {L"kv_create_query", kNotBuilt},
-    {L"kv_xdput-list", kNotBuilt},
-    {L"kv_xdget", kNotBuilt},
-    {L"kv_xdget-list", kNotBuilt},
-    {L"kv_xdget-all", kNotBuilt},
+    {L"kv_xdput-list", kvXdputList},
+    {L"kv_xdget", kvXdget},
+    {L"kv_xdget-list", kvXdgetList},
+    {L"kv_xdget-all", kvXdgetAll},
     {L"kv_mkdir", kvMkdir},
     {L"kv_relationExists", kNotBuilt},
     {L"kv_relationDelete", kNotBuilt},
@@ -122,11 +124,11 @@ constexpr LispFunction kGeneralTable[] = {
     {L"ssgetX-circle", kNotBuilt},
     {L"ssgetX-polyline", kNotBuilt},
     {L"ssgetX-all", kNotBuilt},
-    {L"tv_tv-leader-insert", kNotBuilt},
-    {L"tv_tv-leader-setPoints", kNotBuilt},
-    {L"tv_tv-leader-setBlock", kNotBuilt},
-    {L"tv_tv-leader-setOffset", kNotBuilt},
-    {L"tv_tv-leader-explode", kNotBuilt},
+    {L"tv_tv-leader-insert", tvLeaderInsert},
+    {L"tv_tv-leader-setPoints", tvLeaderSetPoints},
+    {L"tv_tv-leader-setBlock", tvLeaderSetBlock},
+    {L"tv_tv-leader-setOffset", tvLeaderSetOffset},
+    {L"tv_tv-leader-explode", tvLeaderExplode},
     {L"tv_tv-rand", tvRand},
     {L"AcDbMtext::lastLineWidth", kNotBuilt},
     {L"GetSystemMetrics::SM_CXSCREEN", kNotBuilt},
