@@ -10,6 +10,7 @@ Document::Document(int id, std::wstring fileName)
       db_(std::make_unique<AcDbDatabase>()),
       interp_(std::make_unique<lisp::Interp>(makeInterpIO())) {
     defineHostFunctions(*interp_);
+    defineEntityFunctions(*interp_);
 }
 
 Document::~Document() = default;

@@ -98,6 +98,8 @@ struct Host::Impl {
 
 // Host functions of LISP (getvar, arxload, host:new ...), defined in every interpreter.
 void defineHostFunctions(lisp::Interp& interp);
+// The entity, table and selection-set functions (entget, tblsearch, ssget ...).
+void defineEntityFunctions(lisp::Interp& interp);
 lisp::InterpIO makeInterpIO();
 
 }  // namespace kelvo::host

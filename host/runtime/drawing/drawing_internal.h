@@ -31,6 +31,26 @@ bool isLiveStub(const AcDbStub* stub);
 void registerStub(const AcDbStub* stub);
 void unregisterStub(const AcDbStub* stub);
 
+// What entmake, tblnext and the selection functions keep between calls for one drawing:
+// the block definition being made (BLOCK ... ENDBLK), the complex entity being made
+// (POLYLINE ... SEQEND, INSERT ... SEQEND) and the table cursors.
+struct ListState {
+    ListState() = default;
+    ~ListState();
+    ListState(const ListState&) = delete;
+    ListState& operator=(const ListState&) = delete;
+    void dropBlock();
+    void dropComplex();
+
+    bool blockOpen = false;
+    std::wstring blockName;
+    AcGePoint3d blockOrigin;
+    AcDbObjectId blockLayer;
+    std::vector<AcDbEntity*> blockEntities;   // owned until the block is made
+    AcDbEntity* complexOwner = nullptr;       // owned until SEQEND
+    std::map<std::wstring, int> tableCursors;   // upper-case table name -> next index
+};
+
 // A header variable's value.
 using HeaderValue = std::variant<double, int, std::wstring, AcGePoint3d, AcDbObjectId>;
 
@@ -42,6 +62,7 @@ struct DatabaseData {
     AcDbObjectId modelSpace, paperSpace, layerZero, byLayer, byBlock, continuous, standardStyle;
     std::map<std::wstring, HeaderValue> header;   // upper-case names without "$"
     std::wstring fileName;
+    ListState lists;
 };
 
 class DatabaseAccess {
