@@ -8,8 +8,8 @@
 // held between calls: cursors read ahead in short batches and end their statement each
 // time, so other processes can always write. Writes run in short transactions
 // (WriteTransaction). A busy file is waited for only a few milliseconds on writes, so
-// that the caller's own lock-conflict retry does the waiting; reads wait up to two
-// seconds, since a writer holds the file for no longer than its commit.
+// that the caller's own lock-conflict retry does the waiting; reads and opens wait up to
+// two seconds, since a writer holds the file for no longer than its commit.
 #pragma once
 
 #include <cstdint>

@@ -79,7 +79,7 @@ LockScope::~LockScope() { currentAction = previous_; }
 int busyWaitMilliseconds() {
     switch (currentAction) {
         case LockAction::read: return 2000;
-        case LockAction::open: return 200;
+        case LockAction::open: return 2000;
         default: return 5;
     }
 }
