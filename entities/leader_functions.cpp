@@ -28,13 +28,25 @@ AcGePoint3d toPoint(const ads_point p) {
     return {p[X], p[Y], p[Z]};
 }
 
+// A point as the point reader takes it, or a list of two or three numbers (LISP passes a
+// list of integers such as (0 0) as a list, not as a point).
+bool readLeaderPoint(Cursor& cursor, ads_point out) {
+    if (read3dPoint(cursor, out)) return true;
+    Cursor at = cursor;
+    ads_point point{0, 0, 0};
+    if (!readListBegin(at) || !read3dPoint(at, point) || !readListEnd(at)) return false;
+    for (int i = 0; i < 3; ++i) out[i] = point[i];
+    cursor = at;
+    return true;
+}
+
 // (start middle end): list begin, three points, list end.
 bool readLeaderPoints(Cursor& cursor, LeaderPoints& out) {
     Cursor at = cursor;
     ads_point p[3];
     if (!readListBegin(at)) return false;
     for (ads_point& point : p) {
-        if (!read3dPoint(at, point)) return false;
+        if (!readLeaderPoint(at, point)) return false;
     }
     if (!readListEnd(at)) return false;
     out = {toPoint(p[0]), toPoint(p[1]), toPoint(p[2])};

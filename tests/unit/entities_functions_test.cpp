@@ -120,6 +120,18 @@ TEST_F(EntityFunctions, ABlockFileOnTheSupportPathIsLookedFor) {
     std::filesystem::remove_all(folder);
 }
 
+TEST_F(EntityFunctions, PointsMayComeAsListsOfIntegers) {
+    ads_point end{20, 10, 0};
+    const auto out = call(tvLeaderInsert,
+                          list(RTLB, RTLB, RTSHORT, 1, RTSHORT, 2, RTLE, RTLB, RTSHORT, 3,
+                               RTSHORT, 4, RTSHORT, 5, RTLE, RT3DPOINT, end, RTLE, RTSTR, L"TAGS",
+                               RTSTR, L"TAG1", RTREAL, 1.0));
+    ASSERT_NE(out.result, L"nil") << out.printed;
+    AcDbObjectPointer<TVLeader> leader(lastEntity(), AcDb::kForRead);
+    EXPECT_EQ(leader->startPoint(), AcGePoint3d(1, 2, 0));
+    EXPECT_EQ(leader->middlePoint(), AcGePoint3d(3, 4, 5));
+}
+
 TEST_F(EntityFunctions, InsertRefusesBadArguments) {
     ads_point p{0, 0, 0};
     const auto twoPoints = call(tvLeaderInsert, list(RTLB, RT3DPOINT, p, RT3DPOINT, p, RTLE,
