@@ -35,8 +35,7 @@ COleVariant Cursor::value(int field) {
     const auto at = static_cast<std::size_t>(field);
     if (editMode_ != 0 && buffer_[at]) return *buffer_[at];
     if (editMode_ == 2) return COleVariant::Null();
-    requireCurrent();
-    return currentValue(field);
+    return currentValue(field);  // which requires a current record
 }
 
 COleVariant Cursor::lastModified() const {

@@ -11,17 +11,19 @@ namespace dao {
 void RowStore::append(const Statement& statement) {
     sqlite3_stmt* stmt = statement.get();
     for (int c = 0; c < columns_; ++c) {
+        // The value calls skip the per-call checks of the column calls.
+        sqlite3_value* value = sqlite3_column_value(stmt, c);
         Cell cell;
-        cell.type = sqlite3_column_type(stmt, c);
+        cell.type = sqlite3_value_type(value);
         switch (cell.type) {
-            case SQLITE_INTEGER: cell.integer = sqlite3_column_int64(stmt, c); break;
-            case SQLITE_FLOAT: cell.real = sqlite3_column_double(stmt, c); break;
+            case SQLITE_INTEGER: cell.integer = sqlite3_value_int64(value); break;
+            case SQLITE_FLOAT: cell.real = sqlite3_value_double(value); break;
             case SQLITE_NULL: break;
             default: {
                 const void* data = cell.type == SQLITE_BLOB
-                                       ? sqlite3_column_blob(stmt, c)
-                                       : static_cast<const void*>(sqlite3_column_text(stmt, c));
-                cell.length = static_cast<std::size_t>(sqlite3_column_bytes(stmt, c));
+                                       ? sqlite3_value_blob(value)
+                                       : static_cast<const void*>(sqlite3_value_text(value));
+                cell.length = static_cast<std::size_t>(sqlite3_value_bytes(value));
                 cell.offset = bytes_.size();
                 if (cell.length) bytes_.append(static_cast<const char*>(data), cell.length);
             }

@@ -11,6 +11,10 @@ std::string utf8(std::wstring_view text) { return kelvo::toUtf8(text); }
 // Bytes that are not UTF-8 (text written by another program) keep their values as Latin-1
 // characters rather than being lost.
 std::wstring wide(std::string_view text) {
+    // Most stored text is ASCII: widen it directly.
+    bool ascii = true;
+    for (const char c : text) ascii = ascii && static_cast<unsigned char>(c) < 0x80;
+    if (ascii) return std::wstring(text.begin(), text.end());
     return kelvo::fromUtf8(text, kelvo::InvalidBytes::Latin1);
 }
 

@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <cstring>
+#include <ctime>
 
 #include "dao_connection.h"
 #include "dao_errors.h"
@@ -14,7 +15,14 @@ namespace {
 
 constexpr std::size_t kFirstBatch = 8;
 constexpr std::size_t kLargestBatch = 512;
-constexpr auto kFreshFor = std::chrono::milliseconds(100);
+constexpr std::int64_t kFreshForMs = 100;
+
+// A coarse monotonic clock (a few milliseconds' resolution, read without a system call).
+std::int64_t nowMs() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return static_cast<std::int64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+}
 
 // Comparisons a level makes on its first key after the equal ones.
 enum class Compare { none, greater, less, notNull, isNull };
@@ -61,8 +69,9 @@ TableCursor::TableCursor(Connection& connection, const TableSchema& schema, shor
                          bool readOnly)
     : connection_(connection), schema_(schema), type_(openType), readOnly_(readOnly) {
     fields_ = schema_.fields;
+    // The row id field is read once, as column 0.
     selectList_ = "rowid";
-    for (const FieldDef& field : fields_) selectList_ += ", " + quoteName(field.name);
+    for (const FieldDef& field : fields_) selectList_ += ", " + (field.rowid ? "NULL" : quoteName(field.name));
     rows_.setColumns(static_cast<int>(fields_.size()) + 1);
     snapshot_.setColumns(rows_.columns());
     position(false);
@@ -84,7 +93,7 @@ bool TableCursor::keyDescending(int key) const {
 std::vector<TableCursor::KeyValue> TableCursor::currentKey() const {
     std::vector<KeyValue> key;
     for (int k = 0; k < keyCount(); ++k) {
-        const int column = k == keyCount() - 1 ? 0 : orderFields_[static_cast<std::size_t>(k)] + 1;
+        const int column = k == keyCount() - 1 ? 0 : columnOf(orderFields_[static_cast<std::size_t>(k)]);
         const Cell& cell = rows_.cell(row_, column);
         KeyValue value{cell.type, cell.integer, cell.real, {}};
         if (cell.type == SQLITE_TEXT || cell.type == SQLITE_BLOB) value.bytes = rows_.bytes(cell);
@@ -160,7 +169,7 @@ void TableCursor::fetch(const std::vector<KeyValue>& bound, bool backward, bool 
     row_ = 0;
     direction_ = backward ? -1 : 1;
     stamp_ = connection_.ownChanges();
-    readAt_ = std::chrono::steady_clock::now();
+    readAt_ = nowMs();
 }
 
 void TableCursor::position(bool backward) {
@@ -171,8 +180,7 @@ void TableCursor::position(bool backward) {
 }
 
 bool TableCursor::aheadFresh() const {
-    return stamp_ == connection_.ownChanges() &&
-           std::chrono::steady_clock::now() - readAt_ < kFreshFor;
+    return stamp_ == connection_.ownChanges() && nowMs() - readAt_ < kFreshForMs;
 }
 
 void TableCursor::step(int direction) {
@@ -268,7 +276,7 @@ std::int64_t TableCursor::currentRowid() const { return rows_.cell(row_, 0).inte
 
 COleVariant TableCursor::currentValue(int field) {
     requireCurrent();
-    return rows_.variant(row_, field + 1, fields_[static_cast<std::size_t>(field)].type);
+    return rows_.variant(row_, columnOf(field), fields_[static_cast<std::size_t>(field)].type);
 }
 
 COleVariant TableCursor::bookmark() {
@@ -371,7 +379,7 @@ bool TableCursor::seek(std::wstring_view comparison, const COleVariant* keys, in
         row_ = 0;
         direction_ = 1;
         stamp_ = connection_.ownChanges();
-        readAt_ = std::chrono::steady_clock::now();
+        readAt_ = nowMs();
     } else {
         fetch(bound, backward, inclusive, 1);
     }

@@ -12,7 +12,6 @@
 // are row ids, and the record count is kept until the file changes.
 #pragma once
 
-#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
@@ -64,6 +63,7 @@ private:
     struct KeyValue;
     struct Level;
 
+    int columnOf(int field) const { return fields_[static_cast<std::size_t>(field)].rowid ? 0 : field + 1; }
     int keyCount() const { return static_cast<int>(orderFields_.size()) + 1; }
     std::string keyExpression(int key) const;
     bool keyDescending(int key) const;
@@ -94,7 +94,7 @@ private:
     std::size_t row_ = 0;
     int direction_ = 0;  // the batch's order: 1 forward, -1 backward, 0 a single record
     std::uint64_t stamp_ = 0;
-    std::chrono::steady_clock::time_point readAt_;
+    std::int64_t readAt_ = 0;  // milliseconds, coarse monotonic clock
     std::size_t batch_ = 8;
 
     long count_ = -1;
