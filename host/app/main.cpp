@@ -10,6 +10,7 @@
 #include <iostream>
 #include <sstream>
 
+#include "runtime/drawing_files.h"
 #include "runtime/host.h"
 #include "utf8.h"
 #include "runtime/ui_backend.h"
@@ -32,12 +33,16 @@ constexpr const char* kUsage =
     "  --ui-log FILE       append one line per user-interface event to FILE\n"
     "  --prefix \"d1;d2\"    support folders (ACADPREFIX; default: $ACADPREFIX)\n"
     "  --functions         list the external functions of the drawing (CODE NAME) and exit\n"
+    "  --drawing FILE      open FILE (.dwg or .dxf) as the first drawing\n"
+    "  --save FILE         save the current drawing to FILE (.dxf: ASCII DXF) at the end\n"
+    "  --render FILE       a picture of the current drawing (.svg or .png) at the end\n"
     "  -h, --help          this text\n"
     "With no file and no -e, an interactive command line.\n";
 
 struct Options {
     std::vector<std::string> files, exprs;
     std::string module, input, answers, ui = "console", uiLog, prefix;
+    std::string drawing, save, render;
     bool noModule = false, listFunctions = false, prefixGiven = false;
 };
 
@@ -63,6 +68,9 @@ Options parseOptions(int argc, char** argv) {
         else if (a == "--ui-log") o.uiLog = value();
         else if (a == "--prefix") o.prefix = value(), o.prefixGiven = true;
         else if (a == "--functions") o.listFunctions = true;
+        else if (a == "--drawing") o.drawing = value();
+        else if (a == "--save") o.save = value();
+        else if (a == "--render") o.render = value();
         else if (a == "-h" || a == "--help") std::fputs(kUsage, stdout), std::exit(0);
         else if (!a.empty() && a[0] == '-') usageError("unknown option " + a);
         else o.files.push_back(a);
@@ -197,6 +205,34 @@ void configureHost(const Options& o) {
     host.defineVar(L"ACADPREFIX", lisp::Value::string(fromUtf8(prefix)));
 }
 
+// The first drawing: FILE of --drawing, else a new one. False (after the message) when
+// the file cannot be opened.
+bool openFirstDrawing(const Options& o) {
+    if (o.drawing.empty()) {
+        Host::instance().newDocument();
+        return true;
+    }
+    try {
+        kelvo::host::openDrawingDocument(o.drawing);
+        return true;
+    } catch (const kelvo::host::DrawingFileError& e) {
+        printError(fromUtf8(e.what()));
+        return false;
+    }
+}
+
+// --save and --render, after the files and expressions ran without error.
+bool finishDrawing(const Options& o) {
+    try {
+        if (!o.save.empty()) kelvo::host::saveCurrentDrawing(o.save);
+        if (!o.render.empty()) kelvo::host::renderCurrentDrawing(o.render);
+        return true;
+    } catch (const kelvo::host::DrawingFileError& e) {
+        printError(fromUtf8(e.what()));
+        return false;
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -214,7 +250,10 @@ int main(int argc, char** argv) {
             ok = false;
         }
     }
-    host.newDocument();
+    if (!openFirstDrawing(o)) {
+        host.shutdown();
+        return 1;
+    }
     if (o.listFunctions) {
         host.freshLine();
         for (auto& [code, name] : host.definedFunctions())
@@ -242,6 +281,7 @@ int main(int argc, char** argv) {
         else running = ok = false;
     }
     if (o.files.empty() && o.exprs.empty()) ok = commandLine() && ok;
+    if (running) ok = finishDrawing(o) && ok;
     host.shutdown();
     return ok ? 0 : 1;
 }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "lisp/args.h"
+#include "runtime/drawing_files.h"
 #include "runtime/host_impl.h"
 #include "utf8.h"
 
@@ -149,6 +150,7 @@ std::optional<std::filesystem::path> findSupportFile(std::wstring_view name) {
 
 void defineHostFunctions(Interp& interp) {
     lisp::openLibrary(interp, kHostFunctions);
+    defineDrawingFileFunctions(interp);
 }
 
 lisp::InterpIO makeInterpIO() {

@@ -42,6 +42,8 @@ public:
     const ACHAR* fileName() const override { return fileName_.c_str(); }
     void setFileName(std::wstring name) { fileName_ = std::move(name); }
     AcDbDatabase* database() const override { return db_.get(); }
+    // A drawing read from a file takes the place of the new one (before modules see it).
+    void setDatabase(std::unique_ptr<AcDbDatabase> db) { db_ = std::move(db); }
 
     int id() const { return id_; }
     lisp::Interp& interp() { return *interp_; }

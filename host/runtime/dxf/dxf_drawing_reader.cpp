@@ -1,0 +1,513 @@
+// Reading a DXF drawing into a database, in two passes.
+//
+// Pass 1 makes every object in its place, empty: table records in their table (a record
+// whose name the database has already is that record), blocks with their markers,
+// entities in their block with their attributes and vertices, objects with their owner;
+// each keeps its file handle when that handle is free in the database, and the reader
+// notes which object each file handle became. Pass 2 reads each object's groups through
+// its dxfIn (subclass markers added to records of old files), with the handles of
+// pointer groups turned into the objects of pass 1, so that references may point
+// forward. Then the header variables, and whatever a drawing needs that the file lacked.
+
+#include "runtime/dxf/dxf_drawing_reader.h"
+
+#include <deque>
+#include <map>
+#include <set>
+
+#include "dbents.h"
+#include "dbmain.h"
+#include "dbproxy.h"
+#include "dbsymtb.h"
+#include "runtime/drawing/drawing_access.h"
+#include "runtime/drawing/drawing_internal.h"
+#include "runtime/drawing/proxy_data.h"
+#include "runtime/dxf/dxf_error.h"
+#include "runtime/dxf/dxf_file_filer.h"
+#include "runtime/dxf/dxf_subclass_markers.h"
+#include "utf8.h"
+
+namespace kelvo::host::dxf {
+namespace {
+
+using kelvo::drawing::DatabaseAccess;
+using kelvo::drawing::DatabaseData;
+using kelvo::drawing::ObjectAccess;
+using kelvo::drawing::peekObject;
+using kelvo::drawing::TableKind;
+
+const Group* find(const Record& r, int code) {
+    for (const Group& g : r.groups)
+        if (g.code == code) return &g;
+    return nullptr;
+}
+
+std::wstring text(const Record& r, int code) {
+    const Group* g = find(r, code);
+    return g ? g->text : std::wstring();
+}
+
+std::uint64_t handleOf(const Record& r) {
+    const Group* g = find(r, r.type() == L"DIMSTYLE" ? 105 : 5);
+    return g ? g->toHandle() : 0;
+}
+
+AcGePoint3d pointOf(const Record& r, int code) {
+    const Group* x = find(r, code);
+    const Group* y = find(r, code + 10);
+    const Group* z = find(r, code + 20);
+    return {x ? x->toDouble() : 0, y ? y->toDouble() : 0, z ? z->toDouble() : 0};
+}
+
+bool isTableKept(const std::wstring& name, TableKind& kind) {
+    static const std::map<std::wstring, TableKind> kTables = {
+        {L"LAYER", TableKind::Layer},        {L"LTYPE", TableKind::Linetype},
+        {L"STYLE", TableKind::TextStyle},    {L"APPID", TableKind::RegApp},
+        {L"BLOCK_RECORD", TableKind::Block},
+    };
+    auto it = kTables.find(name);
+    if (it == kTables.end()) return false;
+    kind = it->second;
+    return true;
+}
+
+// Old files name the two spaces "$MODEL_SPACE" and "$PAPER_SPACE".
+std::wstring blockName(std::wstring name) {
+    std::wstring upper = kelvo::drawing::upperName(name);
+    if (upper == L"$MODEL_SPACE") return ACDB_MODEL_SPACE;
+    if (upper == L"$PAPER_SPACE") return ACDB_PAPER_SPACE;
+    return name;
+}
+
+std::wstring counted(const std::map<std::wstring, int>& counts) {
+    std::wstring out;
+    for (auto& [type, count] : counts)
+        out += (out.empty() ? L"" : L", ") + std::to_wstring(count) + L" " + type;
+    return out;
+}
+
+class DrawingReader {
+public:
+    DrawingReader(const DxfFile& file, AcDbDatabase& db)
+        : file_(file), db_(db), data_(DatabaseAccess::data(db)) {}
+
+    std::wstring read() {
+        if (auto* s = file_.section(L"CLASSES")) classes(*s);
+        if (auto* s = file_.section(L"TABLES")) tables(*s);
+        ensureSpaces();   // for files without a BLOCK_RECORD table
+        if (auto* s = file_.section(L"BLOCKS")) blocks(*s);
+        ensureSpaces();
+        if (auto* s = file_.section(L"ENTITIES")) entities(*s);
+        if (auto* s = file_.section(L"OBJECTS")) objects(*s);
+        finish();   // every object of the file is in: what it lacks comes under new handles
+        registerApplications();
+        fields();
+        header();
+        finish();
+        return report();
+    }
+
+private:
+    // --- making objects ----------------------------------------------------------------
+
+    AcRxClass* classOf(const std::wstring& type) const {
+        if (AcRxClass* cls = acrxFindClassByDxfName(type.c_str())) return cls;
+        auto it = customClasses_.find(type);
+        return it == customClasses_.end() ? nullptr : acrxFindClass(it->second.name.c_str());
+    }
+
+    // A new object of the record's type: a proxy when the host has no class for it and
+    // the record is laid out by subclasses (else it is skipped: null).
+    AcDbObject* make(const Record& r, bool entity) {
+        const std::wstring& type = r.type();
+        AcRxClass* cls = classOf(type);
+        AcRxObject* made = cls ? cls->create() : nullptr;
+        if (auto* object = made ? AcDbObject::cast(made) : nullptr) {
+            if (!AcDbProxyEntity::cast(object) && !AcDbProxyObject::cast(object)) return object;
+            nameProxy(*object, type);
+            return object;
+        }
+        delete made;
+        if (!entity) {   // objects are kept, as they are
+            auto* proxy = new AcDbProxyObject();
+            nameProxy(*proxy, type);
+            return proxy;
+        }
+        if (!hasSubclassMarkers(r.groups)) {
+            ++skipped_[type];
+            return nullptr;
+        }
+        auto* proxy = new AcDbProxyEntity();
+        nameProxy(*proxy, type);
+        ++proxies_[type];
+        return proxy;
+    }
+
+    void nameProxy(AcDbObject& proxy, const std::wstring& type) const {
+        kelvo::drawing::ProxyData* data = ObjectAccess::proxy(proxy);
+        if (!data || !data->dxfName.empty()) return;
+        data->dxfName = type;
+        auto it = customClasses_.find(type);
+        if (it == customClasses_.end()) return;
+        data->className = it->second.name;
+        data->appName = it->second.app;
+        data->proxyFlags = it->second.proxyFlags;
+    }
+
+    // Adds a new object with the file's handle when it is free, owned by `owner`; notes it
+    // for pass 2. The object is closed.
+    AcDbObjectId add(AcDbObject* object, const Record& r, AcDbObjectId owner) {
+        std::uint64_t fileHandle = handleOf(r);
+        AcDbHandle handle;
+        if (AcDbStub* stub = fileHandle ? DatabaseAccess::findStub(db_, AcDbHandle(fileHandle)) : nullptr;
+            fileHandle && (!stub || !stub->object))
+            handle = AcDbHandle(fileHandle);
+        AcDbObjectId id;
+        if (kelvo::drawing::addObject(db_, object, id, handle) != Acad::eOk) {
+            delete object;
+            throw DxfError("cannot add a " + toUtf8(r.type()), r.line());
+        }
+        ObjectAccess::setOwner(*object, owner);
+        object->close();
+        note(r, id, owner);
+        return id;
+    }
+
+    void note(const Record& r, AcDbObjectId id, AcDbObjectId owner) {
+        if (std::uint64_t h = handleOf(r)) ids_[h] = id;
+        pending_.push_back({id, owner, &r});
+    }
+
+    void classes(const Section& s) {
+        for (const Record& r : s.records)
+            if (r.type() == L"CLASS") {
+                const Group* flags = find(r, 90);
+                customClasses_[text(r, 1)] = {text(r, 2), text(r, 3),
+                                              flags ? static_cast<int>(flags->toInt()) : 0};
+            }
+    }
+
+    void tables(const Section& s) {
+        AcDbObjectId table;
+        for (const Record& r : s.records) {
+            if (r.type() == L"TABLE") {
+                table = tableNamed(r);
+                continue;
+            }
+            if (r.type() == L"ENDTAB" || table.isNull()) continue;   // a table the host does not keep
+            record(r, table);
+        }
+    }
+
+    // The database's table a TABLE record starts, made with the file's handle when the
+    // database has none; null for tables the host does not keep.
+    AcDbObjectId tableNamed(const Record& r) {
+        TableKind kind;
+        if (!isTableKept(text(r, 2), kind)) return {};
+        AcDbObjectId table = tableId(kind);
+        if (table.isNull() || !peekObject(table)) {
+            table = add(newTable(kind), r, AcDbObjectId());
+            pending_.pop_back();   // the table object has no fields of its own to read
+            kelvo::drawing::setTableId(db_, kind, table);
+        }
+        if (std::uint64_t h = handleOf(r)) ids_[h] = table;
+        return table;
+    }
+
+    AcDbObjectId tableId(TableKind kind) const {
+        switch (kind) {
+            case TableKind::Block: return data_.blockTable;
+            case TableKind::Layer: return data_.layerTable;
+            case TableKind::TextStyle: return data_.textStyleTable;
+            case TableKind::Linetype: return data_.linetypeTable;
+            case TableKind::RegApp: return data_.regAppTable;
+            case TableKind::NamedObjects: break;
+        }
+        return data_.namedObjects;
+    }
+
+    static AcDbObject* newTable(TableKind kind) {
+        switch (kind) {
+            case TableKind::Block: return new AcDbBlockTable();
+            case TableKind::Layer: return new AcDbLayerTable();
+            case TableKind::TextStyle: return new AcDbTextStyleTable();
+            case TableKind::Linetype: return new AcDbLinetypeTable();
+            default: return new AcDbRegAppTable();
+        }
+    }
+
+    // The block table and the two spaces, for blocks and entities to go in (the rest of
+    // what a drawing needs comes at the end, so that the file's own objects come first).
+    void ensureSpaces() {
+        if (!peekObject(data_.blockTable)) {
+            AcDbObjectId id;
+            AcDbObject* table = new AcDbBlockTable();
+            kelvo::drawing::addObject(db_, table, id);
+            table->close();
+            kelvo::drawing::setTableId(db_, TableKind::Block, id);
+        }
+        for (auto [name, slot] : {std::pair{ACDB_MODEL_SPACE, &data_.modelSpace}, std::pair{ACDB_PAPER_SPACE, &data_.paperSpace}}) {
+            if (peekObject(*slot)) continue;
+            synthetic_.push_back(Record{{Group{0, L"BLOCK_RECORD", 0}}});
+            *slot = record(synthetic_.back(), data_.blockTable, name);
+        }
+    }
+
+    // What every drawing has and the file has not given.
+    void finish() {
+        std::vector<std::wstring> ignored;
+        kelvo::drawing::finishReading(db_, &ignored);
+    }
+
+    // A symbol table record: the database's own record of that name, else a new one.
+    AcDbObjectId record(const Record& r, AcDbObjectId tableId, const std::wstring& givenName = {}) {
+        std::wstring name = givenName.empty() ? text(r, 2) : givenName;
+        auto* table = AcDbSymbolTable::cast(peekObject(tableId));
+        if (!table || name.empty()) return {};
+        AcDbObjectId existing;
+        if (table->getAt(name.c_str(), existing) == Acad::eOk) {
+            note(r, existing, tableId);
+            return existing;
+        }
+        AcDbObject* object = make(r, false);
+        auto* rec = object ? AcDbSymbolTableRecord::cast(object) : nullptr;
+        if (!rec) {
+            delete object;
+            return {};
+        }
+        rec->setName(name.c_str());
+        AcDbObjectId id = add(object, r, tableId);
+        ObjectAccess::records(*table).append(id);
+        return id;
+    }
+
+    void blocks(const Section& s) {
+        AcDbObjectId block;
+        for (size_t i = 0; i < s.records.size(); ++i) {
+            const Record& r = s.records[i];
+            if (r.type() == L"BLOCK") {
+                block = blockBegun(r);
+            } else if (r.type() == L"ENDBLK") {
+                if (auto* b = AcDbBlockTableRecord::cast(peekObject(block)))
+                    marker(r, block, ObjectAccess::blockEnd(*b), [] { return new AcDbBlockEnd(); });
+                block = {};
+            } else if (!block.isNull()) {
+                i = entity(s, i, block);
+            }
+        }
+    }
+
+    // The block record a BLOCK begins (made here for files without a BLOCK_RECORD table),
+    // with its origin and its BLOCK marker.
+    AcDbObjectId blockBegun(const Record& r) {
+        std::wstring name = blockName(text(r, 2));
+        auto* table = AcDbSymbolTable::cast(peekObject(data_.blockTable));
+        AcDbObjectId id;
+        if (!table || name.empty()) return id;
+        if (table->getAt(name.c_str(), id) != Acad::eOk) {
+            synthetic_.push_back(Record{{Group{0, L"BLOCK_RECORD", r.line()}}});
+            id = record(synthetic_.back(), data_.blockTable, name);
+        }
+        AcDbBlockTableRecord* block = nullptr;
+        if (acdbOpenObject(block, id, AcDb::kForWrite) != Acad::eOk) return {};
+        block->setOrigin(pointOf(r, 10));
+        block->close();
+        marker(r, id, ObjectAccess::blockBegin(*block), [] { return new AcDbBlockBegin(); });
+        return id;
+    }
+
+    // A block's BLOCK or ENDBLK marker: the block's own when it has one, else a new one.
+    template <typename Make>
+    void marker(const Record& r, AcDbObjectId block, AcDbObjectId& slot, Make make) {
+        if (peekObject(slot)) {
+            if (std::uint64_t h = handleOf(r)) ids_[h] = slot;
+            pending_.push_back({slot, block, &r});
+            return;
+        }
+        slot = add(make(), r, block);
+    }
+
+    void entities(const Section& s) {
+        for (size_t i = 0; i < s.records.size(); ++i) {
+            const Group* paper = find(s.records[i], 67);
+            i = entity(s, i, paper && paper->toInt() == 1 ? data_.paperSpace : data_.modelSpace);
+        }
+    }
+
+    // The entity at records[i] in block `block`, with the attributes or vertices that
+    // follow it up to SEQEND. Returns the index of its last record.
+    size_t entity(const Section& s, size_t i, AcDbObjectId block) {
+        const Record& r = s.records[i];
+        AcDbObjectId id;
+        if (AcDbObject* object = make(r, true)) {
+            if (!AcDbEntity::cast(object)) {
+                delete object;
+                ++skipped_[r.type()];
+            } else if (auto* owner = AcDbBlockTableRecord::cast(peekObject(block))) {
+                id = add(object, r, block);
+                ObjectAccess::entities(*owner).append(id);
+            } else {
+                delete object;
+            }
+        }
+        bool hasFollowers = r.type() == L"POLYLINE" || (r.type() == L"INSERT" && find(r, 66));
+        if (!hasFollowers) return i;
+        while (i + 1 < s.records.size()) {
+            const Record& sub = s.records[++i];
+            subEntity(sub, id);
+            if (sub.type() == L"SEQEND") break;
+        }
+        return i;
+    }
+
+    // An attribute, vertex or end marker of the entity `ownerId` (skipped, counted, when
+    // that entity was not made or does not take it).
+    void subEntity(const Record& r, AcDbObjectId ownerId) {
+        AcDbObject* owner = peekObject(ownerId);
+        auto* ref = owner ? AcDbBlockReference::cast(owner) : nullptr;
+        auto* pl = owner ? AcDb2dPolyline::cast(owner) : nullptr;
+        if (!ref && !pl) {
+            if (r.type() != L"SEQEND") ++skipped_[r.type()];
+            return;
+        }
+        AcDbObject* object = make(r, true);
+        if (!object) return;
+        bool fits = AcDbSequenceEnd::cast(object) || (ref && AcDbAttribute::cast(object)) ||
+                    (pl && AcDb2dVertex::cast(object));
+        if (!fits) {
+            delete object;
+            ++skipped_[r.type()];
+            return;
+        }
+        AcDbObjectId id = add(object, r, ownerId);
+        if (AcDbSequenceEnd::cast(peekObject(id))) {
+            (ref ? ObjectAccess::seqend(*ref) : ObjectAccess::seqend(*pl)) = id;
+        } else if (ref) {
+            ObjectAccess::attributes(*ref).append(id);
+        } else {
+            ObjectAccess::vertices(*pl).append(id);
+        }
+    }
+
+    void objects(const Section& s) {
+        for (size_t i = 0; i < s.records.size(); ++i) {
+            const Record& r = s.records[i];
+            if (i == 0 && r.type() == L"DICTIONARY" && peekObject(data_.namedObjects)) {
+                if (std::uint64_t h = handleOf(r)) ids_[h] = data_.namedObjects;
+                pending_.push_back({data_.namedObjects, AcDbObjectId(), &r});
+                continue;
+            }
+            AcDbObject* object = make(r, false);
+            if (!object) continue;
+            if (AcDbEntity::cast(object)) {   // an entity where objects belong
+                delete object;
+                ++skipped_[r.type()];
+                continue;
+            }
+            AcDbObjectId id = add(object, r, AcDbObjectId());
+            if (i == 0 && r.type() == L"DICTIONARY") data_.namedObjects = id;
+        }
+    }
+
+    // --- pass 2 --------------------------------------------------------------------------
+
+    // Applications named in extended data are registered, so that the data is kept.
+    void registerApplications() {
+        std::set<std::wstring> names;
+        for (auto& p : pending_)
+            for (const Group& g : p.record->groups)
+                if (g.code == 1001 && !g.text.empty()) names.insert(g.text);
+        AcDbObjectId table = data_.regAppTable;
+        auto* apps = AcDbSymbolTable::cast(peekObject(table));
+        for (const std::wstring& name : names) {
+            AcDbObjectId id;
+            if (!apps || apps->getAt(name.c_str(), id) == Acad::eOk) continue;
+            auto* app = new AcDbRegAppTableRecord();
+            app->setName(name.c_str());
+            kelvo::drawing::addObject(db_, app, id);
+            ObjectAccess::setOwner(*app, table);
+            app->close();
+            ObjectAccess::records(*apps).append(id);
+        }
+    }
+
+    void fields() {
+        HandleResolver resolve = [this](std::uint64_t h) {
+            auto it = ids_.find(h);
+            return it == ids_.end() ? AcDbObjectId() : it->second;
+        };
+        for (auto& p : pending_) {
+            AcDbObject* object = nullptr;
+            if (acdbOpenObject(object, p.id, AcDb::kForWrite) != Acad::eOk) continue;
+            std::vector<Group> groups(p.record->groups.begin() + 1, p.record->groups.end());
+            groups = withSubclassMarkers(p.record->type(), groups);
+            DxfInFiler filer(&db_, groups, 0, resolve);
+            filer.setStopsAtExtendedData(p.record->type() != L"XRECORD");
+            Acad::ErrorStatus es = object->dxfIn(&filer);
+            if (!p.owner.isNull() || object->ownerId().isNull()) ObjectAccess::setOwner(*object, p.owner);
+            object->close();
+            if (es != Acad::eOk) ++partly_[p.record->type()];
+        }
+    }
+
+    // The header variables the host keeps, from the file's HEADER.
+    void header() {
+        for (const HeaderVariable& v : file_.header()) {
+            auto current = kelvo::drawing::getHeaderVariable(db_, v.name);
+            if (!current || v.groups.empty() || v.name == L"$HANDSEED") continue;
+            const Group& g = v.groups.front();
+            kelvo::drawing::HeaderValue value;
+            switch (current->index()) {
+                case 0: value = g.toDouble(); break;
+                case 1: value = static_cast<int>(g.toInt()); break;
+                case 3: {
+                    double xyz[3] = {0, 0, 0};
+                    for (const Group& c : v.groups)
+                        if (c.code % 10 == 0 && c.code >= 10 && c.code <= 30) xyz[c.code / 10 - 1] = c.toDouble();
+                    value = AcGePoint3d(xyz[0], xyz[1], xyz[2]);
+                    break;
+                }
+                default: value = g.text; break;
+            }
+            kelvo::drawing::setHeaderVariable(db_, v.name, value);   // a record it lacks: kept as it was
+        }
+    }
+
+    std::wstring report() const {
+        std::wstring out;
+        auto part = [&out](const wchar_t* what, const std::map<std::wstring, int>& counts) {
+            if (counts.empty()) return;
+            out += std::wstring(out.empty() ? L"" : L"; ") + what + counted(counts);
+        };
+        part(L"skipped ", skipped_);
+        part(L"kept as proxies ", proxies_);
+        part(L"read in part ", partly_);
+        return out;
+    }
+
+    struct CustomClass {
+        std::wstring name, app;
+        int proxyFlags = 0;
+    };
+    struct Pending {
+        AcDbObjectId id, owner;
+        const Record* record;
+    };
+
+    const DxfFile& file_;
+    AcDbDatabase& db_;
+    DatabaseData& data_;
+    std::map<std::wstring, CustomClass> customClasses_;    // by DXF name
+    std::map<std::uint64_t, AcDbObjectId> ids_;            // file handle -> id
+    std::vector<Pending> pending_;
+    std::map<std::wstring, int> skipped_, proxies_, partly_;
+    std::deque<Record> synthetic_;
+};
+
+}  // namespace
+
+std::wstring readDrawingDxf(const DxfFile& file, AcDbDatabase& db) {
+    return DrawingReader(file, db).read();
+}
+
+}  // namespace kelvo::host::dxf
