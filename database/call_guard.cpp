@@ -3,7 +3,6 @@
 
 #include "acdocman.h"
 #include "database/current_connection.h"
-#include "database/db_connection.h"
 #include "module/document_records.h"
 
 namespace kelvo::database {
@@ -12,15 +11,6 @@ namespace {
 std::wstring& checkedDocument() {
     static std::wstring name;
     return name;
-}
-
-// Rule 3: the record's database is open in the record's access.
-bool recordIsServed(const DocumentRecord& record) {
-    const CDBConnection* current = currentConnection();
-    if (current == nullptr || !current->isOpen() || current->canUpdate() == record.flag) {
-        return false;
-    }
-    return record.connection == current || isSameDatabase(current, record.secondText);
 }
 
 }  // namespace
@@ -41,7 +31,8 @@ void noteCurrentDocument() {
 void checkCurrentDocument() {
     noteCurrentDocument();
     DocumentRecord* record = documentRecords().find(checkedDocument());
-    if (record == nullptr || record->secondText.empty() || recordIsServed(*record)) return;
+    if (record == nullptr || record->secondText.empty()) return;
+    if (isCurrentConnection(record->connection)) return;
     const std::wstring path = record->secondText;
     if (connectDatabase(path, record->flag) == ConnectResult::kFailed) {
         record = documentRecords().find(checkedDocument());

@@ -11,7 +11,9 @@
 //      there is none, or it names no database (the drawing never connected, or its
 //      database was closed with kv_close_db or dropped when it was saved under another
 //      name), stop: the current connection, whichever drawing made it, serves as it is.
-//   3. When the open database is the record's database in the record's access, stop.
+//   3. When the current connection is the record's connection, stop: the drawing's own
+//      connection serves it, open or not (a database that a failed reconnect of kv_sql
+//      left closed stays closed, as it would with one drawing).
 //   4. Otherwise another drawing has connected elsewhere since, or a drawing's close has
 //      dropped the connection: reconnect to the record's database in the record's
 //      access, as kv_connect does (a damaged file goes through "compactDatabase" once,

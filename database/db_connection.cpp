@@ -61,8 +61,8 @@ std::wstring CDBConnection::databasePath() const {
 bool CDBConnection::tableExists(const std::wstring& name, VARIANT_BOOL& answer) {
     clearError();
     answer = VARIANT_FALSE;
+    if (!database_.IsOpen()) return true;
     try {
-        if (!database_.IsOpen()) dao::throwError(dao::kObjectInvalid);
         const short count = database_.GetTableDefCount();
         for (short i = 0; i < count; ++i) {
             CDaoTableDefInfo info;

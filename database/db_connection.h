@@ -61,7 +61,8 @@ public:
 
     // --- table cursors (db_connection_tables.cpp) ---
     // Opens `table` as a cursor (or finds it already open) and makes it current; with a
-    // non-empty `index`, sets the cursor's current index.
+    // non-empty `index`, sets the cursor's current index. On failure (no such table or
+    // index) the open tables and the current table stay as they were.
     bool openTable(const std::wstring& table, const std::wstring& index);
     // Closes and forgets the current table / every table.
     void closeTable();
@@ -119,7 +120,8 @@ private:
 
     CDaoDatabase database_;
     std::vector<std::unique_ptr<TableCursor>> tables_;
-    std::size_t current_ = 0;  // == tables_.size() when no table is current
+    static constexpr std::size_t kNoTable = static_cast<std::size_t>(-1);
+    std::size_t current_ = kNoTable;
 
     bool errorFlag_ = false;
     long errorCode_ = 0;

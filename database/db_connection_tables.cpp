@@ -56,18 +56,21 @@ std::size_t CDBConnection::findTable(const std::wstring& table) const {
 bool CDBConnection::openTable(const std::wstring& table, const std::wstring& index) {
     clearError();
     if (!database_.IsOpen()) return false;
+    const std::size_t found = findTable(table);
     try {
-        std::size_t found = findTable(table);
-        if (found == tables_.size()) {
-            auto cursor = std::make_unique<TableCursor>(&database_);
-            cursor->recordset.Open(dbOpenTable, table.c_str(), 0);
-            if (database_.CanUpdate()) cursor->recordset.SetLockingMode(false);
-            cursor->name = cursor->recordset.GetName();
-            cursor->fieldNames = kelvo::database::fieldNamesOf(cursor->recordset);
-            tables_.push_back(std::move(cursor));
+        if (found < tables_.size()) {
+            if (!index.empty()) tables_[found]->recordset.SetCurrentIndex(index.c_str());
+            current_ = found;
+            return true;
         }
-        current_ = found;
-        if (!index.empty()) tables_[current_]->recordset.SetCurrentIndex(index.c_str());
+        auto cursor = std::make_unique<TableCursor>(&database_);
+        cursor->recordset.Open(dbOpenTable, table.c_str(), 0);
+        if (database_.CanUpdate()) cursor->recordset.SetLockingMode(true);
+        if (!index.empty()) cursor->recordset.SetCurrentIndex(index.c_str());
+        cursor->name = cursor->recordset.GetName();
+        cursor->fieldNames = kelvo::database::fieldNamesOf(cursor->recordset);
+        tables_.push_back(std::move(cursor));
+        current_ = tables_.size() - 1;
         return true;
     } catch (CDaoException* error) {
         recordError(error);
@@ -78,12 +81,12 @@ bool CDBConnection::openTable(const std::wstring& table, const std::wstring& ind
 void CDBConnection::closeTable() {
     if (!hasCurrentTable()) return;
     tables_.erase(tables_.begin() + static_cast<std::ptrdiff_t>(current_));
-    current_ = tables_.size();
+    current_ = kNoTable;
 }
 
 void CDBConnection::closeAllTables() {
     tables_.clear();
-    current_ = 0;
+    current_ = kNoTable;
 }
 
 std::wstring CDBConnection::currentTableName() const {

@@ -1,0 +1,186 @@
+// The connection's rules that LISP cannot easily reach: the same-database test, the
+// lock-conflict retry, the open statuses, and the compaction box and its computer name.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <climits>
+#include <filesystem>
+#include <fstream>
+
+#include "dao.h"
+#include "database/current_connection.h"
+#include "database/database_functions.h"
+#include "database/db_connection.h"
+#include "database/error_report.h"
+#include "database/lock_retry.h"
+#include "module_test_support.h"
+#include "utf8.h"
+
+namespace kelvo::database {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(DatabaseConnection, SameDatabaseIgnoresCaseAndSlashesAndTakesSubstrings) {
+    const std::wstring open = L"/work/Projects/Plant.mdb";
+    EXPECT_TRUE(pathNamesDatabase(L"/work/Projects/Plant.mdb", open));
+    EXPECT_TRUE(pathNamesDatabase(L"/WORK/projects/plant.MDB", open));
+    EXPECT_TRUE(pathNamesDatabase(L"\\work\\Projects\\Plant.mdb", open));
+    EXPECT_TRUE(pathNamesDatabase(L"plant.mdb", open));
+    EXPECT_TRUE(pathNamesDatabase(L"ant.m", open));  // a substring, however short
+    EXPECT_FALSE(pathNamesDatabase(L"/work/Projects/Plant.mdb.bak", open));
+    EXPECT_FALSE(pathNamesDatabase(L"other.mdb", open));
+    EXPECT_FALSE(pathNamesDatabase(L"", open));
+    EXPECT_FALSE(isSameDatabase(nullptr, open));
+}
+
+// Throws the listed DAO codes one per attempt, then succeeds.
+struct ScriptedAttempt {
+    std::vector<long> codes;
+    int calls = 0;
+    void operator()() {
+        if (calls < static_cast<int>(codes.size())) {
+            const long code = codes[static_cast<std::size_t>(calls++)];
+            throw new CDaoException(code, L"scripted");
+        }
+        ++calls;
+    }
+};
+
+TEST(DatabaseConnection, LockConflictsAreRetriedOtherErrorsAreNot) {
+    for (long code : {3009L, 3046L, 3158L, 3164L, 3186L, 3187L, 3188L, 3189L, 3202L, 3211L,
+                      3212L, 3218L, 3225L, 3260L, 3261L}) {
+        EXPECT_TRUE(isLockConflict(code)) << code;
+    }
+    for (long code : {3021L, 3022L, 3027L, 3043L, 3343L, 3190L, 3262L}) {
+        EXPECT_FALSE(isLockConflict(code)) << code;
+    }
+    ScriptedAttempt conflicted{{3260, 3218}};
+    EXPECT_EQ(runWithLockRetry(std::ref(conflicted)), 3);
+    ScriptedAttempt failed{{3260, 3022}};
+    try {
+        runWithLockRetry(std::ref(failed));
+        ADD_FAILURE() << "the duplicate key should travel on";
+    } catch (CDaoException* error) {
+        EXPECT_EQ(error->daoCode(), 3022);
+        error->Delete();
+    }
+    EXPECT_EQ(failed.calls, 2);
+}
+
+TEST(DatabaseConnection, TwentyConflictsEndTheRetry) {
+    ScriptedAttempt locked{std::vector<long>(25, 3260)};
+    try {
+        runWithLockRetry(std::ref(locked));
+        ADD_FAILURE() << "the twentieth conflict should travel on";
+    } catch (CDaoException* error) {
+        EXPECT_EQ(error->daoCode(), 3260);
+        error->Delete();
+    }
+    EXPECT_EQ(locked.calls, kMaxLockAttempts);
+}
+
+class DatabaseFiles : public ::testing::Test {
+protected:
+    void SetUp() override {
+        folder_ = fs::temp_directory_path() /
+                  ("kelvo-db-" + std::to_string(::getpid()) + "-" +
+                   ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::create_directories(folder_);
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+    std::wstring path(const char* name) const { return fromUtf8((folder_ / name).string()); }
+
+    fs::path folder_;
+};
+
+TEST_F(DatabaseFiles, OpenAnswersNameRepairOrNothing) {
+    CDBConnection connection;
+    ASSERT_TRUE(connection.create(path("a.mdb")));
+    EXPECT_FALSE(connection.isOpen());  // create closes at once
+    EXPECT_FALSE(connection.create(path("a.mdb")));
+    long code = 0;
+    std::wstring text;
+    connection.lastError(code, text);
+    EXPECT_EQ(code, dao::kDatabaseExists);
+
+    EXPECT_EQ(connection.open(path("a.mdb"), false), path("a.mdb"));
+    EXPECT_FALSE(connection.hasError());
+    EXPECT_TRUE(connection.canUpdate());
+    EXPECT_EQ(connection.open(path("a.mdb"), true), path("a.mdb"));
+    EXPECT_FALSE(connection.canUpdate());
+
+    std::ofstream(folder_ / "text.mdb") << "not a database\n";
+    EXPECT_EQ(connection.open(path("text.mdb"), false), CDBConnection::kRepair);
+    EXPECT_TRUE(connection.hasError());
+    EXPECT_FALSE(connection.isOpen());
+    EXPECT_EQ(connection.open(path("missing.mdb"), false), L"");
+    connection.lastError(code, text);
+    EXPECT_EQ(code, dao::kFileNotFound);
+}
+
+TEST_F(DatabaseFiles, ReadOnlyDatabaseRefusesWritesWithoutRunningThem) {
+    CDBConnection connection;
+    ASSERT_TRUE(connection.create(path("r.mdb")));
+    connection.open(path("r.mdb"), false);
+    long affected = 0;
+    ASSERT_TRUE(connection.execute(L"CREATE TABLE T (n LONG)", affected));
+    connection.open(path("r.mdb"), true);
+    EXPECT_FALSE(connection.execute(L"INSERT INTO T (n) VALUES (1)", affected));
+    long code = 0;
+    std::wstring text;
+    connection.lastError(code, text);
+    EXPECT_EQ(code, dao::kReadOnly);
+    connection.open(path("r.mdb"), false);
+    ASSERT_TRUE(connection.openTable(L"T", L""));
+    long count = -1;
+    ASSERT_TRUE(connection.recordCount(count));
+    EXPECT_EQ(count, 0);
+}
+
+// The computer name the compaction box shows, or empty when it does not fit the
+// 15-character buffer (terminator included) and no box is shown.
+std::wstring boxComputerName() {
+    char name[HOST_NAME_MAX + 1] = {};
+    if (::gethostname(name, sizeof name - 1) != 0) return {};
+    const std::wstring wide = fromUtf8(name);
+    return wide.size() < 15 ? wide : std::wstring();
+}
+
+TEST_F(DatabaseFiles, CompactionFailureShowsTheBoxOnlyWhenAsked) {
+    CDBConnection made;
+    ASSERT_TRUE(made.create(path("src.mdb")));
+    ASSERT_TRUE(made.create(path("dst.mdb")));
+    test::ScriptedUi ui;
+    resetLastErrorText();
+
+    auto outcome = test::call(kvCompact, test::texts({path("src.mdb").c_str(),
+                                                      path("dst.mdb").c_str()}));
+    EXPECT_EQ(outcome.result, std::to_wstring(dao::kDatabaseExists));
+    EXPECT_NE(outcome.printed.find(L"\nKelvo Error: "), std::wstring::npos);
+    EXPECT_EQ(lastErrorText().rfind(L"(3204) ", 0), 0u);
+    EXPECT_TRUE(ui->boxes.empty());
+
+    auto args = test::texts({path("src.mdb").c_str(), path("dst.mdb").c_str()});
+    args->rbnext->rbnext = acutBuildList(RTT, 0);
+    outcome = test::call(kvCompact, args);
+    EXPECT_EQ(outcome.result, std::to_wstring(dao::kDatabaseExists));
+    const std::wstring name = boxComputerName();
+    if (name.empty()) {
+        EXPECT_TRUE(ui->boxes.empty());
+    } else {
+        ASSERT_EQ(ui->boxes.size(), 1u);
+        EXPECT_EQ(ui->boxes[0].caption, L"Database Error");
+        EXPECT_EQ(ui->boxes[0].style, MB_ICONERROR);
+        EXPECT_EQ(ui->boxes[0].text, dao::errorText(dao::kDatabaseExists) +
+                                         L"\n(Your computer name is " + name + L".)");
+    }
+
+    outcome = test::call(kvCompact, test::texts({path("src.mdb").c_str(),
+                                                 path("new.mdb").c_str()}));
+    EXPECT_EQ(outcome.result, L"\"OK\"");
+    EXPECT_TRUE(fs::exists(folder_ / "new.mdb"));
+}
+
+}  // namespace
+}  // namespace kelvo::database
