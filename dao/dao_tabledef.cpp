@@ -95,6 +95,7 @@ void CDaoTableDef::CreateField(CDaoFieldInfo& info) {
         dao::addField(connectionOf(m_pDatabase), name_, field);
         return;
     }
+    dao::checkField(field);
     for (const CDaoFieldInfo& existing : fields_)
         if (dao::sameName(existing.m_strName, info.m_strName)) dao::throwError(dao::kFieldDefinedTwice);
     fields_.push_back(info);

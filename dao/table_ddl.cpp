@@ -35,6 +35,12 @@ void checkName(std::wstring_view name) {
         throwError(kInvalidName, {name});
 }
 
+}  // namespace
+
+void checkField(const FieldDef& field);
+
+namespace {
+
 // Settles the row id: a primary key of one Long field is the table's row id.
 void markRowid(TableDesign& design) {
     for (FieldDef& field : design.fields) field.rowid = false;
@@ -50,11 +56,9 @@ void validate(const TableDesign& design) {
     checkName(design.name);
     if (design.fields.empty()) throwError(kNoFieldDefined);
     for (std::size_t i = 0; i < design.fields.size(); ++i) {
-        checkName(design.fields[i].name);
+        checkField(design.fields[i]);
         if (findField(design.fields, design.fields[i].name) != static_cast<int>(i))
             throwError(kFieldDefinedTwice);
-        const long size = design.fields[i].size;
-        if (design.fields[i].type == dbText && (size < 0 || size > 255)) throwError(kInvalidArgument);
     }
     int primaries = 0;
     for (std::size_t i = 0; i < design.indexes.size(); ++i) {
@@ -205,6 +209,11 @@ std::vector<std::wstring> sameSources(const TableDesign& design) {
 
 }  // namespace
 
+void checkField(const FieldDef& field) {
+    checkName(field.name);
+    if (field.type == dbText && (field.size < 0 || field.size > 255)) throwError(kInvalidArgument);
+}
+
 void createTable(Connection& connection, TableDesign design) {
     markRowid(design);
     validate(design);
@@ -246,10 +255,9 @@ void renameTable(Connection& connection, std::wstring_view from, std::wstring_vi
 }
 
 void addField(Connection& connection, std::wstring_view table, FieldDef field) {
-    checkName(field.name);
+    checkField(field);
     const TableSchema old = existing(connection, table);
     if (old.fieldIndex(field.name) >= 0) throwError(kFieldDefinedTwice);
-    if (field.type == dbText && (field.size < 0 || field.size > 255)) throwError(kInvalidArgument);
     TableDesign design = designOf(old);
     WriteTransaction transaction(connection);
     if (field.required || field.counter) {
@@ -342,11 +350,13 @@ std::string defaultExpression(std::wstring_view jetDefault) {
     while (!text.empty() && text.front() == L' ') text.erase(text.begin());
     if (!text.empty() && text.front() == L'=') text.erase(text.begin());
     if (text.empty()) return {};
+    constexpr std::string_view kAlias = " AS [kelvoDefault]";
     try {
-        const auto statement = kelvo::jet::parse("SELECT " + utf8(text));
+        const auto statement = kelvo::jet::parse("SELECT " + utf8(text) + " AS kelvoDefault");
         const auto* query = std::get_if<kelvo::jet::Query>(&statement);
-        if (query != nullptr && query->sqliteSql.starts_with("SELECT "))
-            return query->sqliteSql.substr(7);
+        if (query != nullptr && query->sqliteSql.starts_with("SELECT ") &&
+            query->sqliteSql.ends_with(kAlias))
+            return query->sqliteSql.substr(7, query->sqliteSql.size() - 7 - kAlias.size());
     } catch (const kelvo::jet::SyntaxError& error) {
         throwError(error.daoCode == 0 ? kInvalidArgument : error.daoCode);
     }

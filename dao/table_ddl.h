@@ -29,6 +29,9 @@ struct TableDesign {
     std::vector<IndexDesign> indexes;
 };
 
+// 3125 for a name Access does not allow, 3001 for a Text size outside 1..255.
+void checkField(const FieldDef& field);
+
 // 3010 when the name is taken, 3264 with no field, 3191 for a field named twice, 3265 for
 // an index on a field the table lacks, 3283 for two primary keys.
 void createTable(Connection& connection, TableDesign design);
