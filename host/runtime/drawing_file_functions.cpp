@@ -47,10 +47,10 @@ Value hostSaveAsFn(Interp&, Values& values) {
 
 Value hostRenderFn(Interp&, Values& values) {
     Args args(values, 1, 1);
-    std::filesystem::path file = std::filesystem::absolute(std::filesystem::path(args.string(0)));
+    std::filesystem::path file(args.string(0));
     return guarded([&] {
         renderCurrentDrawing(file);
-        return Value::string(file.lexically_normal().wstring());
+        return Value::string(std::filesystem::absolute(file).lexically_normal().wstring());
     });
 }
 

@@ -55,7 +55,8 @@ std::wstring saveCurrentDrawing(const fs::path& file) {
     for (AcEditorReactor* r : editorReactors()) r->beginSave(db, name.c_str());
     std::wstring why;
     if (kelvo::files::writeDrawing(*db, target, &why) != Acad::eOk)
-        throw DrawingFileError("cannot save drawing " + target.string() + ": " + words(why));
+        throw DrawingFileError("cannot save drawing " + (file.empty() ? target : file).string() + ": " +
+                               words(why));
     doc.setFileName(name);
     db->setFilename(name.c_str());
     for (AcEditorReactor* r : editorReactors()) r->saveComplete(db, name.c_str());
