@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "catalog.h"
+#include "dao_cursor.h"
 #include "dao_errors.h"
 #include "jet_sql.h"
 #include "sqlite_errors.h"
@@ -83,6 +84,7 @@ Connection::Connection(const std::wstring& path, Mode mode, bool exclusive, bool
 }
 
 Connection::~Connection() {
+    for (Cursor* cursor : std::set<Cursor*>(cursors_)) cursor->detach();
     statements_.clear();
     if (userTransaction_) sqlite3_exec(db_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
 }

@@ -15,12 +15,15 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "sqlite_statement.h"
 #include "table_schema.h"
 
 namespace dao {
+
+class Cursor;
 
 class Connection {
 public:
@@ -58,6 +61,10 @@ public:
     void commitUserTransaction();
     void rollbackUserTransaction();
 
+    // Cursors working on this connection; closing it detaches them.
+    void attach(Cursor* cursor) { cursors_.insert(cursor); }
+    void release(Cursor* cursor) { cursors_.erase(cursor); }
+
     long recordsAffected = 0;
     std::wstring connectString;
 
@@ -74,6 +81,7 @@ private:
     std::map<std::string, Statement> statements_;
     std::map<std::wstring, TableSchema> schemas_;
     std::int64_t schemaVersion_ = -1;
+    std::set<Cursor*> cursors_;
 };
 
 // A short write transaction: BEGIN IMMEDIATE, or a savepoint inside BeginTrans. Rolls back

@@ -62,6 +62,11 @@ public:
     virtual bool seek(std::wstring_view comparison, const COleVariant* keys, int count);
     virtual void requery() = 0;
 
+    // The database was closed under the cursor: it lets go of it, and every later call
+    // through the recordset finds it closed.
+    virtual void detach() { detached_ = true; }
+    bool detached() const { return detached_; }
+
 protected:
     // The current row's stored value of a field (3021 with no current record).
     virtual COleVariant currentValue(int field) = 0;
@@ -82,6 +87,7 @@ protected:
     std::optional<COleVariant> lastModified_;
 
 private:
+    bool detached_ = false;
     short editMode_ = 0;
     std::vector<std::optional<COleVariant>> buffer_;
 };

@@ -35,12 +35,13 @@ CDaoRecordset::CDaoRecordset(CDaoDatabase* database) : m_pDatabase(database) {}
 CDaoRecordset::~CDaoRecordset() = default;
 
 dao::Cursor& CDaoRecordset::cursor() const {
-    if (!cursor_) dao::throwError(dao::kObjectInvalid);
+    if (!cursor_ || cursor_->detached()) dao::throwError(dao::kObjectInvalid);
     return *cursor_;
 }
 
 void CDaoRecordset::Open(int openType, const wchar_t* source, int options) {
-    if (cursor_) dao::throwError(dao::kInvalidOperation);
+    if (IsOpen()) dao::throwError(dao::kInvalidOperation);
+    cursor_.reset();
     dao::Connection& connection = connectionOf(m_pDatabase);
     const std::wstring text = source ? source : L"";
     const bool readOnly = (options & dbReadOnly) != 0;
@@ -70,7 +71,8 @@ void CDaoRecordset::Open(int openType, const wchar_t* source, int options) {
 }
 
 void CDaoRecordset::Open(CDaoQueryDef* queryDef, int openType, int) {
-    if (cursor_) dao::throwError(dao::kInvalidOperation);
+    if (IsOpen()) dao::throwError(dao::kInvalidOperation);
+    cursor_.reset();
     if (queryDef == nullptr || !queryDef->IsOpen()) dao::throwError(dao::kObjectInvalid);
     if (openType == dbOpenTable) dao::throwError(dao::kNotSupported);
     dao::Connection& connection = connectionOf(queryDef->m_pDatabase);
@@ -90,7 +92,7 @@ void CDaoRecordset::Open(CDaoTableDef* tableDef, int openType, int options) {
 }
 
 void CDaoRecordset::Close() { cursor_.reset(); }
-bool CDaoRecordset::IsOpen() const { return cursor_ != nullptr; }
+bool CDaoRecordset::IsOpen() const { return cursor_ != nullptr && !cursor_->detached(); }
 bool CDaoRecordset::IsBOF() const { return cursor().isBOF(); }
 bool CDaoRecordset::IsEOF() const { return cursor().isEOF(); }
 void CDaoRecordset::MoveFirst() { cursor().moveFirst(); }

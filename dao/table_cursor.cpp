@@ -75,10 +75,20 @@ TableCursor::TableCursor(Connection& connection, const TableSchema& schema, shor
     rows_.setColumns(static_cast<int>(fields_.size()) + 1);
     snapshot_.setColumns(rows_.columns());
     position(false);
+    connection_.attach(this);
 }
 
 TableCursor::~TableCursor() {
+    if (detached()) return;
     if (holdsLock_) sqlite3_exec(connection_.db(), "ROLLBACK", nullptr, nullptr, nullptr);
+    connection_.release(this);
+}
+
+void TableCursor::detach() {
+    // The connection's close rolls back a held lock.
+    statements_.clear();
+    holdsLock_ = false;
+    Cursor::detach();
 }
 
 std::string TableCursor::keyExpression(int key) const {

@@ -51,6 +51,7 @@ public:
     std::wstring index() const override { return indexName_; }
     bool seek(std::wstring_view comparison, const COleVariant* keys, int count) override;
     void requery() override { moveFirst(); }
+    void detach() override;
 
 protected:
     COleVariant currentValue(int field) override;

@@ -2,8 +2,9 @@
 // database would be, with its tables, stored queries and relations.
 //
 // States: closed -> open [Open, Create] -> closed [Close, destructor]. Open on an open
-// object throws kInvalidOperation; Close on a closed one does nothing. Every failure throws
-// CDaoException* with the DAO number a DAO program would see.
+// object throws kInvalidOperation; Close on a closed one does nothing. Closing closes the
+// recordsets still open on the database (they report IsOpen false, and other calls throw
+// 3420). Every failure throws CDaoException* with the DAO number a DAO program would see.
 #pragma once
 
 #include <memory>
@@ -135,9 +136,8 @@ public:
                          DWORD level = AFX_DAO_PRIMARY_INFO);
     void DeleteQueryDef(const wchar_t* name);
 
-    // Relations, in name order. A relation is kept in the catalog; with attributes that do
-    // not include dbRelationDontEnforce, writes to the foreign table that leave no matching
-    // row in the primary table throw 3201.
+    // Relations, in name order. A relation is kept in the catalog with its attributes; the
+    // engine does not enforce referential integrity.
     short GetRelationCount();
     void GetRelationInfo(int index, CDaoRelationInfo& info, DWORD level = AFX_DAO_PRIMARY_INFO);
     void GetRelationInfo(const wchar_t* name, CDaoRelationInfo& info,

@@ -297,3 +297,26 @@ TEST_F(DaoRecordset, CountsFollowOtherConnections) {
 }
 
 }  // namespace
+
+namespace {
+
+class DaoRecordsetClose : public daotest::DaoTest {};
+
+TEST_F(DaoRecordsetClose, ClosingTheDatabaseClosesItsRecordsets) {
+    CDaoDatabase db;
+    makeParts(db, path("close.mdb"));
+    CDaoRecordset rs(&db);
+    rs.Open(dbOpenTable, L"tblPart");
+    addPart(rs, L"a", 1);
+    rs.MoveFirst();
+    rs.Edit();
+    db.Close();
+    EXPECT_FALSE(rs.IsOpen());
+    EXPECT_EQ(daotest::daoCode([&] { rs.MoveNext(); }), 3420);
+    // The same objects work again after a reopen.
+    db.Open(path("close.mdb").c_str());
+    rs.Open(dbOpenTable, L"tblPart");
+    EXPECT_EQ(rs.GetRecordCount(), 1);
+}
+
+}  // namespace

@@ -129,3 +129,30 @@ TEST_F(DaoTableDef, RenameKeepsIndexesAndQueriesSeeTheNewName) {
 }
 
 }  // namespace
+
+namespace {
+
+class DaoCounter : public daotest::DaoTest {};
+
+TEST_F(DaoCounter, AutoNumberThatIsNotTheKeyCountsUp) {
+    CDaoDatabase db;
+    db.Create(path("counter.mdb").c_str());
+    db.Execute(L"CREATE TABLE tblCode (sCode TEXT(5) CONSTRAINT PrimaryKey PRIMARY KEY, ixSeq COUNTER)");
+    CDaoRecordset rs(&db);
+    rs.Open(dbOpenTable, L"tblCode");
+    for (const wchar_t* code : {L"b", L"a", L"c"}) {
+        rs.AddNew();
+        rs.SetFieldValue(L"sCode", COleVariant(code));
+        rs.Update();
+    }
+    db.Execute(L"INSERT INTO tblCode (sCode) VALUES ('d')");
+    rs.SetCurrentIndex(L"PrimaryKey");
+    std::vector<long> sequence;
+    for (rs.MoveFirst(); !rs.IsEOF(); rs.MoveNext()) sequence.push_back(rs.GetFieldValue(L"ixSeq").lVal);
+    EXPECT_EQ(sequence, (std::vector<long>{2, 1, 3, 4}));
+    CDaoFieldInfo info;
+    rs.GetFieldInfo(L"ixSeq", info);
+    EXPECT_TRUE(info.m_lAttributes & dbAutoIncrField);
+}
+
+}  // namespace
