@@ -3,9 +3,11 @@
 #   make test   builds and runs the whole test suite, then again under the sanitizers
 BUILD ?= build
 ASAN_BUILD ?= build-asan
+BENCH_BUILD ?= build-bench
+STANDARDS_DB ?= examples/standards.mdb
 JOBS ?= 2
 
-.PHONY: all deps build build-asan run test test-plain test-asan clean
+.PHONY: all deps build build-asan run test test-plain test-asan clean standards bench
 
 all: build
 
@@ -31,6 +33,19 @@ test-asan: build-asan
 	  ctest --test-dir $(ASAN_BUILD) --output-on-failure -j$(JOBS)
 
 test: test-plain test-asan
+
+# The sample standards database, built from examples/standards/*.sql by kelvo-host
+# (rebuilt only when its sources, the host or the module changed).
+standards: build
+	bash examples/standards/build.sh $(BUILD)/bin/kelvo-host $(STANDARDS_DB)
+
+# The database benchmarks, built in Release: ratios against the raw SQLite floor on
+# tables of 10 k, 100 k and 1 M rows (generated once into $(BENCH_BUILD)/bin/bench-data).
+# BENCH_ARGS passes options, e.g. BENCH_ARGS="--sizes 10000,100000".
+bench: deps
+	cmake -S . -B $(BENCH_BUILD) -DCMAKE_BUILD_TYPE=Release
+	cmake --build $(BENCH_BUILD) -j$(JOBS) --target kelvo-bench
+	$(BENCH_BUILD)/bin/kelvo-bench $(BENCH_ARGS)
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)
