@@ -2,11 +2,11 @@
 #include "table_schema.h"
 
 #include <algorithm>
-#include <cwctype>
 
 #include "catalog.h"
 #include "dao_connection.h"
 #include "dao_errors.h"
+#include "text_collation.h"
 
 namespace dao {
 namespace {
@@ -121,7 +121,8 @@ void readIndexes(Connection& connection, TableSchema& schema) {
 
 bool sameName(std::wstring_view a, std::wstring_view b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](wchar_t x, wchar_t y) {
-               return std::towlower(x) == std::towlower(y);
+               return x == y || kelvo::jet::foldCase(static_cast<char32_t>(x)) ==
+                                    kelvo::jet::foldCase(static_cast<char32_t>(y));
            });
 }
 
@@ -150,9 +151,13 @@ bool isSystemTable(std::wstring_view name) {
 
 bool loadSchema(Connection& connection, std::wstring_view table, TableSchema& schema) {
     if (isSystemTable(table)) return false;
+    // SQLite's NOCASE folds ASCII only: look for other spellings among the tables.
+    std::wstring name(table);
+    for (const std::wstring& candidate : userTables(connection))
+        if (sameName(candidate, table)) name = candidate;
     Statement& find = connection.cached(
         "SELECT name, sql FROM sqlite_schema WHERE type='table' AND name=? COLLATE NOCASE");
-    find.bindText(1, utf8(table));
+    find.bindText(1, utf8(name));
     if (!find.step()) return false;
     schema.name = find.wideText(0);
     const bool autoIncrement = containsNoCase(find.text(1), "autoincrement");

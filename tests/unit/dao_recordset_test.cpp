@@ -320,3 +320,20 @@ TEST_F(DaoRecordsetClose, ClosingTheDatabaseClosesItsRecordsets) {
 }
 
 }  // namespace
+
+namespace {
+
+class DaoNames : public daotest::DaoTest {};
+
+TEST_F(DaoNames, TableAndFieldNamesCompareWithoutCaseBeyondAscii) {
+    CDaoDatabase db;
+    db.Create(path("names.mdb").c_str());
+    db.Execute(L"CREATE TABLE tblÄrger (sÖl TEXT(10))");
+    db.Execute(L"INSERT INTO tblÄrger (sÖl) VALUES ('x')");
+    CDaoRecordset rs(&db);
+    rs.Open(dbOpenTable, L"TBLärger");
+    EXPECT_EQ(rs.GetName(), L"tblÄrger");
+    EXPECT_EQ(rs.GetFieldValue(L"Söl").bstrVal, L"x");
+}
+
+}  // namespace
