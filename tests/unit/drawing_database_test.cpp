@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "adslib.h"
+#include "dbdict.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
@@ -42,6 +43,10 @@ TEST(DrawingDatabase, DefaultDrawingHasTheStandardRecords) {
         EXPECT_TRUE(linetypes->has(name)) << name;
         linetypes->close();
     }
+    AcDbDictionary* nod = nullptr;
+    ASSERT_EQ(db.getNamedObjectsDictionary(nod), Acad::eOk);
+    EXPECT_TRUE(nod->has(L"ACAD_GROUP"));
+    nod->close();
     EXPECT_DOUBLE_EQ(db.dimscale(), 1.0);
     EXPECT_EQ(db.clayer(), db.layerZero());
 }

@@ -80,10 +80,13 @@ void buildDefaultDrawing(AcDbDatabase& db) {
     d.modelSpace = addBlock(db, d.blockTable, ACDB_MODEL_SPACE);
     d.paperSpace = addBlock(db, d.blockTable, ACDB_PAPER_SPACE);
 
-    auto* nod = static_cast<AcDbDictionary*>(peekObject(d.namedObjects));
-    AcDbObjectId groups;
-    nod->setAt(L"ACAD_GROUP", new AcDbDictionary(), groups);
-    if (AcDbObject* g = peekObject(groups)) g->close();
+    AcDbDictionary* nod = nullptr;
+    acdbOpenObject(nod, d.namedObjects, AcDb::kForWrite);
+    auto* groups = new AcDbDictionary();
+    AcDbObjectId groupsId;
+    if (nod->setAt(L"ACAD_GROUP", groups, groupsId) == Acad::eOk) groups->close();
+    else delete groups;
+    nod->close();
 }
 
 }  // namespace
