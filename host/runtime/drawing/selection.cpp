@@ -146,9 +146,10 @@ private:
 
     bool test(const resbuf* want, const std::wstring& op) const {
         bool seen = false;
+        int code = want->restype == RTDXF0 ? 0 : want->restype;   // group 0 in a built list
         for (const resbuf* rb = data_; rb; rb = rb->rbnext) {
             if (rb->restype == AcDb::kDxfXDataStart) break;
-            if (rb->restype != want->restype) continue;
+            if (rb->restype != code) continue;
             seen = true;
             if (compareItem(rb, want, op)) return true;
         }
