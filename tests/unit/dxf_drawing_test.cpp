@@ -72,13 +72,6 @@ int entitiesInFile(const DxfFile& file, const std::wstring& type) {
     return n;
 }
 
-std::string readText(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
 class TempDir {
 public:
     TempDir() : path_(fs::temp_directory_path() / ("kelvo-dxf-" + std::to_string(::getpid()))) {
@@ -187,6 +180,35 @@ TEST(DxfDrawing, WrittenFilesAreR2000WithEveryHandleBelowTheSeed) {
     for (const wchar_t* name : {L"CLASSES", L"TABLES", L"BLOCKS", L"ENTITIES", L"OBJECTS"})
         EXPECT_NE(file.section(name), nullptr);
     EXPECT_EQ(entitiesInFile(file, L"LINE"), 1);
+}
+
+TEST(DxfDrawing, ABlockWithoutMarkerObjectsIsWrittenBetweenBlockAndEndblk) {
+    AcDbDatabase db;
+    AcDbBlockTable* table = nullptr;
+    ASSERT_EQ(db.getBlockTable(table, AcDb::kForWrite), Acad::eOk);
+    auto* block = new AcDbBlockTableRecord();
+    block->setName(L"VALVE");
+    block->setOrigin(AcGePoint3d(1, 2, 0));
+    table->add(block);
+    block->appendAcDbEntity(new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)));
+    block->close();
+    table->close();
+    DxfFile file = DxfFile::parse(writeDrawingDxf(db));
+    std::vector<std::wstring> types;
+    for (const Record& r : file.section(L"BLOCKS")->records) types.push_back(r.type());
+    EXPECT_EQ(types, (std::vector<std::wstring>{L"BLOCK", L"ENDBLK", L"BLOCK", L"ENDBLK", L"BLOCK", L"LINE", L"ENDBLK"}));
+    AcDbDatabase back(false, true);
+    readDrawingDxf(file, back);
+    AcDbBlockTable* backTable = nullptr;
+    ASSERT_EQ(back.getBlockTable(backTable, AcDb::kForRead), Acad::eOk);
+    AcDbObjectId valve;
+    EXPECT_EQ(backTable->getAt(L"VALVE", valve), Acad::eOk);
+    backTable->close();
+    EXPECT_EQ(entityTypes(valve), std::vector<std::wstring>{L"LINE"});
+    AcDbBlockTableRecord* record = nullptr;
+    ASSERT_EQ(acdbOpenObject(record, valve, AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(record->origin(), AcGePoint3d(1, 2, 0));
+    record->close();
 }
 
 // Old records without subclass markers get them, each group in its class.

@@ -41,7 +41,7 @@ public:
 
     void write() {
         collect();
-        std::uint64_t seedAfter = nextHandle_ + 16;   // room for the empty tables
+        std::uint64_t seedAfter = nextHandle_ + reservedHandles();
         header(seedAfter);
         classes();
         tables();
@@ -52,6 +52,16 @@ public:
     }
 
 private:
+    // Handles written for things the database has no object for: the tables it does not
+    // keep, and the markers of blocks that have none.
+    std::uint64_t reservedHandles() const {
+        std::uint64_t n = 9;   // at most every table
+        if (auto* table = AcDbSymbolTable::cast(kelvo::drawing::peekObject(data_.blockTable)))
+            for (auto& id : ObjectAccess::records(*table))
+                if (AcDbBlockTableRecord::cast(kelvo::drawing::peekObject(id))) n += 2;
+        return n;
+    }
+
     void section(const wchar_t* name) {
         w_.string(0, L"SECTION");
         w_.string(2, name);
@@ -199,6 +209,24 @@ private:
         }
     }
 
+    // The BLOCK or ENDBLK of a block that has no marker object, under a handle of its own.
+    void blockMarker(const wchar_t* type, const AcDbBlockTableRecord& block) {
+        bool begin = std::wstring_view(type) == L"BLOCK";
+        w_.string(0, type);
+        w_.handle(5, nextHandle_++);
+        w_.handle(330, block.objectId().handle().value());
+        w_.string(100, L"AcDbEntity");
+        w_.string(8, L"0");
+        w_.string(100, begin ? L"AcDbBlockBegin" : L"AcDbBlockEnd");
+        if (!begin) return;
+        w_.string(2, block.name());
+        w_.integer(70, 0);
+        AcGePoint3d origin = block.origin();
+        w_.point(10, origin.x, origin.y, origin.z);
+        w_.string(3, block.name());
+        w_.string(1, L"");
+    }
+
     void blocks() {
         section(L"BLOCKS");
         auto* table = AcDbSymbolTable::cast(kelvo::drawing::peekObject(data_.blockTable));
@@ -207,8 +235,10 @@ private:
                 auto* block = AcDbBlockTableRecord::cast(kelvo::drawing::peekObject(id));
                 if (!block || block->isErased()) continue;
                 if (auto* begin = kelvo::drawing::peekObject(ObjectAccess::blockBegin(*block))) object(*begin);
+                else blockMarker(L"BLOCK", *block);
                 if (id != data_.modelSpace && id != data_.paperSpace) blockEntities(*block);
                 if (auto* end = kelvo::drawing::peekObject(ObjectAccess::blockEnd(*block))) object(*end);
+                else blockMarker(L"ENDBLK", *block);
             }
         endSection();
     }
