@@ -15,6 +15,10 @@
 #include "utf8.h"
 #include "runtime/ui_backend.h"
 
+// Fontconfig keeps its configuration for the life of the process, by design; the leak
+// checker of sanitizer builds is told so (pictures with text load it).
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig.so\n"; }
+
 namespace {
 
 using kelvo::fromUtf8;

@@ -15,7 +15,7 @@
 (show "block defined" (cdr (assoc 2 (tblsearch "BLOCK" "TAG93"))))
 (kv_xdput-list leader '("Size" "12x8"))
 (setq before (vl-prin1-to-string (leader-list)))
-(show "leader" (leader-list))
+(show "leader" (vl-remove-if-not '(lambda (pair) (/= (car pair) 5)) (leader-list)))
 (setq f (open "before.txt" "w")) (write-line before f) (close f)
 (host:saveas "leaders.dxf")
 (host:saveas "leaders.dwg")

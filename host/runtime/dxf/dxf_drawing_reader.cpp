@@ -11,6 +11,7 @@
 
 #include "runtime/dxf/dxf_drawing_reader.h"
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <set>
@@ -454,7 +455,11 @@ private:
     void header() {
         for (const HeaderVariable& v : file_.header()) {
             auto current = kelvo::drawing::getHeaderVariable(db_, v.name);
-            if (!current || v.groups.empty() || v.name == L"$HANDSEED") continue;
+            if (v.name == L"$HANDSEED" && !v.groups.empty()) {   // new objects go above it
+                data_.handseed = std::max(data_.handseed, v.groups.front().toHandle());
+                continue;
+            }
+            if (!current || v.groups.empty()) continue;
             const Group& g = v.groups.front();
             kelvo::drawing::HeaderValue value;
             switch (current->index()) {

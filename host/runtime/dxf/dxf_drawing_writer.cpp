@@ -9,6 +9,7 @@
 
 #include "runtime/dxf/dxf_drawing_writer.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -34,14 +35,15 @@ public:
     DrawingWriter(const AcDbDatabase& db, std::string& out)
         : db_(db), data_(DatabaseAccess::data(db)), codec_(TextCodec::codePage("ANSI_1252")),
           w_(out, codec_, true), filer_(const_cast<AcDbDatabase*>(&db), w_) {
-        nextHandle_ = data_.handseed;
+        // Handles for what has no object here come right after the last one in use, so
+        // that a file read and written again gives them the same handles.
         for (auto& [handle, stub] : data_.stubs)
             if (handle >= nextHandle_) nextHandle_ = handle + 1;
     }
 
     void write() {
         collect();
-        std::uint64_t seedAfter = nextHandle_ + reservedHandles();
+        std::uint64_t seedAfter = std::max<std::uint64_t>(data_.handseed, nextHandle_ + reservedHandles());
         header(seedAfter);
         classes();
         tables();
