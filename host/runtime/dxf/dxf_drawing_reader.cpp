@@ -60,6 +60,12 @@ AcGePoint3d pointOf(const Record& r, int code) {
     return {x ? x->toDouble() : 0, y ? y->toDouble() : 0, z ? z->toDouble() : 0};
 }
 
+bool isInsertArray(const Record& r) {
+    for (const Group& g : r.groups)
+        if (g.code == 100 && g.text == L"AcDbMInsertBlock") return true;
+    return false;
+}
+
 bool isTableKept(const std::wstring& name, TableKind& kind) {
     static const std::map<std::wstring, TableKind> kTables = {
         {L"LAYER", TableKind::Layer},        {L"LTYPE", TableKind::Linetype},
@@ -347,6 +353,7 @@ private:
             } else if (auto* owner = AcDbBlockTableRecord::cast(peekObject(block))) {
                 id = add(object, r, block);
                 ObjectAccess::entities(*owner).append(id);
+                if (isInsertArray(r)) ++partly_[L"INSERT (an array read as its first insert)"];
             } else {
                 delete object;
             }

@@ -67,6 +67,7 @@ Group marker(const wchar_t* name, int line) { return Group{100, name, line}; }
 std::wstring renamed(const std::wstring& text) {
     if (text == L"AcDb3dPolyline") return L"AcDb2dPolyline";
     if (text == L"AcDb3dPolylineVertex") return L"AcDb2dVertex";
+    if (text == L"AcDbMInsertBlock") return L"AcDbBlockReference";
     return text;
 }
 

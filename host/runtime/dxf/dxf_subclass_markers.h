@@ -2,7 +2,8 @@
 // the host's objects read their groups class by class, after each class's marker (group
 // 100), so a record without markers gets them here, with its groups sorted into the
 // classes they belong to. Records that have markers are given as they are, except that
-// 3D polylines and their vertices are read as the host's 2D polyline (which keeps Z).
+// 3D polylines and their vertices are read as the host's 2D polyline (which keeps Z), and
+// an array of inserts (MINSERT) as its first insert.
 #pragma once
 
 #include <vector>
