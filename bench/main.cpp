@@ -1,7 +1,8 @@
 // kelvo-bench: the database functions of the module against the raw SQLite floor, on the
 // same file and rows, measured at the callback boundary.
 //
-//   kelvo-bench [--sizes 10000,100000,1000000] [--rounds N] [--data DIR] [--fresh]
+//   kelvo-bench [--sizes 10000,100000,1000000] [--rounds N] [--only walk|seek|select]
+//               [--data DIR] [--fresh]
 //   kelvo-bench --check [--sizes 3000]
 //
 // For each table size it makes (or reuses) a file with tblBench, proves that the module
@@ -13,6 +14,7 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -43,11 +45,14 @@ struct Options {
     std::filesystem::path data;
     bool fresh = false;
     bool check = false;
+    std::string only;  // one kind of benchmark (for profiling), or all when empty
+    bool runs(const char* kind) const { return only.empty() || only == kind; }
 };
 
 [[noreturn]] void usage(const char* problem) {
     std::fprintf(stderr, "kelvo-bench: %s\n"
-                 "usage: kelvo-bench [--sizes N,N...] [--rounds N] [--data DIR] [--fresh] [--check]\n",
+                 "usage: kelvo-bench [--sizes N,N...] [--rounds N] [--only walk|seek|select]\n"
+                 "                   [--data DIR] [--fresh] [--check]\n",
                  problem);
     std::exit(2);
 }
@@ -88,8 +93,11 @@ Options parseOptions(int argc, char** argv) {
         else if (a == "--data") o.data = value();
         else if (a == "--fresh") o.fresh = true;
         else if (a == "--check") o.check = true;
+        else if (a == "--only") o.only = value();
         else usage(("unknown option " + a).c_str());
     }
+    if (!o.only.empty() && !o.runs("walk") && !o.runs("seek") && !o.runs("select"))
+        usage("--only takes walk, seek or select");
     if (o.sizes.empty()) o.sizes = o.check ? std::vector<std::int64_t>{3000}
                                            : std::vector<std::int64_t>{10000, 100000, 1000000};
     if (o.data.empty()) o.data = executableFolder() / "bench-data";
@@ -126,15 +134,17 @@ bool listsAgree(ModuleSession& module, RawFloor& floor, std::int64_t rows, bool 
     return differences.empty();
 }
 
-void timeSize(ModuleSession& module, RawFloor& floor, std::int64_t rows, int rounds,
+void timeWalk(ModuleSession& module, RawFloor& floor, std::int64_t rows, int rounds,
               std::vector<Result>& results) {
-    const std::string size = std::to_string(rows);
     module.useTable(L"ixBench");
     results.push_back({"walk (per row)", rows, rows,
                        timePair(rounds, rows, "walk", [&] { return floor.walk(); },
                                 [&] { return module.walk(); }),
                        kWalkTarget});
+}
 
+void timeSeeks(ModuleSession& module, RawFloor& floor, std::int64_t rows, int rounds,
+               std::vector<Result>& results) {
     std::vector<std::wstring> names;
     std::vector<GroupCode> pairs;
     const auto sample = sampleRows(rows, kSeeks);
@@ -154,13 +164,24 @@ void timeSize(ModuleSession& module, RawFloor& floor, std::int64_t rows, int rou
                                 [&] { return floor.seekGroupCodes(pairs); },
                                 [&] { return module.seekGroupCodes(pairs); }),
                        kSeekTarget});
+}
 
+void timeSelect(ModuleSession& module, RawFloor& floor, std::int64_t rows, int rounds,
+                std::vector<Result>& results) {
     const std::int64_t selected = std::min(rows, kSelectRows);
     results.push_back({"select " + std::to_string(selected) + " (per row)", rows, selected,
                        timePair(rounds, selected, "select", [&] { return floor.select(selected); },
                                 [&] { return module.select(selected); }),
                        kSelectTarget});
-    std::printf("Timed the table of %s rows.\n", size.c_str());
+}
+
+void timeSize(ModuleSession& module, RawFloor& floor, std::int64_t rows, const Options& o,
+              std::vector<Result>& results) {
+    const int rounds = roundsFor(o, rows);
+    if (o.runs("walk")) timeWalk(module, floor, rows, rounds, results);
+    if (o.runs("seek")) timeSeeks(module, floor, rows, rounds, results);
+    if (o.runs("select")) timeSelect(module, floor, rows, rounds, results);
+    std::printf("Timed the table of %lld rows.\n", static_cast<long long>(rows));
     std::fflush(stdout);
 }
 
@@ -181,7 +202,7 @@ int run(const Options& o) {
                         static_cast<long long>(rows));
             continue;
         }
-        timeSize(module, floor, rows, roundsFor(o, rows), results);
+        timeSize(module, floor, rows, o, results);
     }
     if (!o.check && !results.empty()) printResults(results, kGrowthTarget);
     const std::wstring printed = module.takePrinted();

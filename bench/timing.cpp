@@ -4,9 +4,17 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 
 namespace kelvo::bench {
+
+void settleHeap() {
+    static void* volatile block;
+    block = std::malloc(4096);
+    std::free(block);
+}
+
 namespace {
 
 std::string perOp(double seconds) {
