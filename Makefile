@@ -22,7 +22,7 @@ build-asan: deps
 	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DKELVO_SANITIZE=ON
 	cmake --build $(ASAN_BUILD) -j$(JOBS)
 
-run: build
+run: build standards
 	cd examples && ../$(BUILD)/bin/kelvo-host tour.lsp
 
 test-plain: build

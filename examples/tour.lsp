@@ -84,5 +84,6 @@
   (tour:show "open drawings" (host:documents))
   (tour:show "host:close" (host:close))
   (tour:show "open drawings" (host:documents)))
+(load "tour_database.lsp")
 (princ "\nEnd of the tour.\n")
 (princ)
