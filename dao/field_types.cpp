@@ -362,7 +362,14 @@ std::wstring variantText(const COleVariant& value) {
         case VT_BOOL: return value.boolVal != 0 ? L"True" : L"False";
         case VT_DATE: return COleDateTime(value.date).Format();
         case VT_BSTR: return value.bstrVal;
-        case VT_R4: return numberText(value.fltVal);
+        case VT_R4: {
+            // A Single has about seven significant digits.
+            if (value.fltVal == std::trunc(value.fltVal) && std::fabs(value.fltVal) < 1e7f)
+                return std::to_wstring(static_cast<long long>(value.fltVal));
+            wchar_t buffer[32];
+            std::swprintf(buffer, 32, L"%.7G", static_cast<double>(value.fltVal));
+            return buffer;
+        }
         case VT_ARRAY | VT_UI1: return wide(std::string(value.bytes.begin(), value.bytes.end()));
         default: {
             double n = 0;

@@ -337,3 +337,32 @@ TEST_F(DaoNames, TableAndFieldNamesCompareWithoutCaseBeyondAscii) {
 }
 
 }  // namespace
+
+namespace {
+
+class DaoTextFields : public daotest::DaoTest {};
+
+TEST_F(DaoTextFields, OtherTypesIntoTextReadAsDaoWritesThem) {
+    CDaoDatabase db;
+    makeParts(db, path("text.mdb"));
+    CDaoRecordset rs(&db);
+    rs.Open(dbOpenTable, L"tblPart");
+    const std::pair<COleVariant, std::wstring> cases[] = {
+        {COleVariant(0.1f), L"0.1"},
+        {COleVariant(2.5), L"2.5"},
+        {COleVariant(1.0 / 3.0), L"0.333333333333333"},
+        {COleVariant(-7), L"-7"},
+        {COleVariant::Bool(true), L"True"},
+        {COleVariant::Date(COleDateTime(2021, 7, 4, 0, 0, 0).m_dt), L"7/4/2021"},
+        {COleVariant::Currency(12345), L"1.2345"},
+    };
+    for (const auto& [value, text] : cases) {
+        rs.AddNew();
+        rs.SetFieldValue(L"sName", value);
+        rs.Update();
+        rs.SetBookmark(rs.GetLastModifiedBookmark());
+        EXPECT_EQ(rs.GetFieldValue(L"sName").bstrVal, text);
+    }
+}
+
+}  // namespace
