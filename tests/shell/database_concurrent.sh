@@ -7,7 +7,7 @@
 # lock for most of the time, and the other's 20 attempts may all find it taken.)
 host=$1 tests=$2
 source "$tests/shell/assert.bash"
-n=60
+n=40
 
 cat >setup.lsp <<'LSP'
 (kv_create_db "shared.mdb")
