@@ -88,7 +88,9 @@ Acad::ErrorStatus DxfInFiler::readItem(resbuf* item) {
                 return status_ = Acad::eInvalidDxfCode;
             }
             break;
-        case RbKind::None:
+        // Codes a value list has no kind for (booleans 290-299 ...) carry a whole number;
+        // nothing is allocated for them, since nothing would free it.
+        case RbKind::None: item->resval.rlong = static_cast<std::int32_t>(g.toInt()); break;
         case RbKind::String: item->resval.rstring = newString(g.text); break;
     }
     return Acad::eOk;
@@ -128,7 +130,7 @@ Acad::ErrorStatus DxfOutFiler::writeItem(const resbuf& item) {
             return writeObjectId(static_cast<AcDb::DxfCode>(code), id);
         }
         case RbKind::Binary: return writeBChunk(static_cast<AcDb::DxfCode>(code), item.resval.rbinary);
-        case RbKind::None:
+        case RbKind::None: w_.integer(code, item.resval.rlong); break;
         case RbKind::String:
             w_.string(code, item.resval.rstring ? item.resval.rstring : L"");
             break;
