@@ -97,12 +97,12 @@ TEST_F(Lifecycle, SecondDrawingGetsTheSameCodesAndItsOwnRecord) {
 TEST_F(Lifecycle, FunctionsNotBuiltSayWhoTheyAreAndGiveNil) {
     openNewDrawing();
     test::CapturedOutput output;
-    EXPECT_EQ(eval(L"(kv_connect \"x.mdb\" T)"), L"nil");
-    EXPECT_EQ(eval(L"(tv_tv-leader-insert '(0 0) \"B\")"), L"nil");
+    EXPECT_EQ(eval(L"(kv_structure \"tblLayer\")"), L"nil");
+    EXPECT_EQ(eval(L"(tv_tv-multiMoveJig \"Move\" '(0 0) nil)"), L"nil");
     EXPECT_EQ(eval(L"(kv_relationInfo)"), L"nil");
     EXPECT_EQ(output.text(),
-              L"\nkv_connect: not available in this build"
-              L"\ntv_tv-leader-insert: not available in this build"
+              L"\nkv_structure: not available in this build"
+              L"\ntv_tv-multiMoveJig: not available in this build"
               L"\nkv_relationInfo: not available in this build");
 }
 
@@ -146,7 +146,7 @@ TEST_F(Lifecycle, StartBringsUpTheReactorClassAndLockAndStopTakesThemDown) {
     ASSERT_NE(cls, nullptr);
     EXPECT_STREQ(cls->dxfName(), L"TVLEADER");
     ASSERT_NE(cls->myParent(), nullptr);
-    EXPECT_STREQ(cls->myParent()->name(), L"AcDbEntity");
+    EXPECT_STREQ(cls->myParent()->name(), L"AcDbCurve");
 
     const int probe = ::open(runningLockPath().c_str(), O_RDONLY);
     ASSERT_GE(probe, 0);
