@@ -24,6 +24,20 @@ expect_eq "the DXF copy has the entities" "6" "$("$host" --no-module --drawing p
 out=$("$host" --no-module --drawing "$data/ezdxf__hatches_1.dxf" -e '(princ)')
 expect_contains "skipped types reported" "; kept as proxies 10 HATCH" "$out"
 
+# A custom entity read where its class is not known is kept as a proxy, with its class in
+# CLASSES, and is the module's entity again where the module is loaded.
+"$host" --no-module -e '(entmake (list (cons 0 "CIRCLE") (list 10 0.0 0.0 0.0) (cons 40 1.0)))' \
+  --save TAG.dwg >/dev/null
+"$host" --prefix . -e '(tv_tv-leader-insert (list (list 0 0) (list 10 10) (list 20 10)) "0" "TAG" 2)' \
+  --save leader.dxf >/dev/null
+kind='(cdr (assoc 0 (entget (entnext))))'
+expect_eq "without the module: a proxy under its own name" $'\n; kept as proxies 1 TVLEADER\n"TVLEADER"' \
+  "$("$host" --no-module --drawing leader.dxf -e "$kind" --save proxy.dxf)"
+expect_contains "its class kept" "TVLeader" "$(tr -d '\r' <proxy.dxf | grep -A4 '^CLASS$')"
+expect_eq "with the module: the leader again" '"TVLEADER"' "$("$host" --drawing proxy.dxf -e "$kind" | tail -n 1)"
+expect_eq "and its points" "(12 20.0 10.0 0.0)" \
+  "$("$host" --drawing proxy.dxf -e '(assoc 12 (entget (entnext)))' | tail -n 1)"
+
 # A drawing that cannot be opened: the message, exit status 1, no script run.
 "$host" --no-module --drawing absent.dxf -e '(princ "ran")' >out.txt 2>err.txt
 expect_eq "open failure status" 1 $?
