@@ -235,8 +235,8 @@ Value handentFn(Interp&, Values& values) {
     AcDbHandle handle(args.string(0).c_str());
     AcDbObjectId id;
     if (handle.isNull() || currentDatabase().getAcDbObjectId(id, false, handle) != Acad::eOk) return {};
-    AcDbObject* o = drawing::peekObject(id);
-    return o && !o->isErased() ? nameValue(id) : Value();
+    // An entity erased in this session is still found, so that entdel can bring it back.
+    return drawing::peekObject(id) ? nameValue(id) : Value();
 }
 
 Value regappFn(Interp&, Values& values) {

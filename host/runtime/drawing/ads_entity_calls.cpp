@@ -74,7 +74,8 @@ int acdbHandEnt(const ACHAR* handle, ads_name entres) {
     AcDbDatabase* db = workingDatabase();
     AcDbHandle h(handle);
     AcDbObjectId id;
-    if (!db || h.isNull() || db->getAcDbObjectId(id, false, h) != Acad::eOk || id.isErased()) return RTERROR;
+    if (!db || h.isNull() || db->getAcDbObjectId(id, false, h) != Acad::eOk) return RTERROR;
+    // An erased entity is still found, as handent finds it, so that it can be brought back.
     return nameOf(id, entres);
 }
 

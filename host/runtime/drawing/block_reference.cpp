@@ -322,6 +322,8 @@ Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* filer) {
                 auto* table = AcDbSymbolTable::cast(peekObject(db ? db->blockTableId() : AcDbObjectId()));
                 AcDbObjectId id;
                 if (!table || table->getAt(item.text().c_str(), id) != Acad::eOk) bad = Acad::eInvalidBlockName;
+                else if (auto* record = AcDbBlockTableRecord::cast(peekObject(id)); record && record->isLayout())
+                    bad = Acad::eInvalidBlockName;   // a space holds references, it is not inserted
                 else block_ = id;
                 break;
             }

@@ -354,8 +354,20 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& xform) {
     return Acad::eOk;
 }
 
+// The ends, and the points of the sweep where a world coordinate is at its least or most.
 Acad::ErrorStatus AcDbArc::subGetGeomExtents(AcDbExtents& extents) const {
-    return AcDbEntity::subGetGeomExtents(extents);
+    extents = AcDbExtents();
+    AcGeVector3d x = ocsXAxis(normal_), y = normal_.crossProduct(x);
+    auto pointAt = [&](double a) { return center_ + (x * std::cos(a) + y * std::sin(a)) * radius_; };
+    extents.addPoint(pointAt(startAngle_));
+    extents.addPoint(pointAt(startAngle_ + totalAngle()));
+    for (int i = 0; i < 3; ++i) {
+        if (x[i] == 0 && y[i] == 0) continue;
+        double peak = std::atan2(y[i], x[i]);
+        for (double a : {peak, peak + pi})
+            if (normalizeAngle(a - startAngle_) <= totalAngle()) extents.addPoint(pointAt(a));
+    }
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbArc::dwgOutFields(AcDbDwgFiler* filer) const {

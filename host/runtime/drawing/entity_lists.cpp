@@ -10,6 +10,7 @@
 #include "lisp/wcmatch.h"
 #include "runtime/drawing/drawing_access.h"
 #include "runtime/drawing/drawing_internal.h"
+#include "runtime/drawing/dwg_memory_filer.h"
 #include "runtime/drawing/object_filing.h"
 #include "runtime/drawing/resbuf_dxf_filer.h"
 
@@ -290,6 +291,9 @@ MakeResult makeEntity(AcDbDatabase& db, const std::wstring& type, const resbuf* 
 MakeResult makeFromList(AcDbDatabase& db, const resbuf* list) {
     std::wstring type = upperName(textOf(findGroup(list, 0)));
     if (type.empty()) return {Acad::eMissingDxfField};
+    // The type comes first, or second after an entity name.
+    const resbuf* first = list && list->restype == -1 ? list->rbnext : list;
+    if (!first || (first->restype != 0 && first->restype != RTDXF0)) return {Acad::eBadDxfSequence};
     if (type == L"BLOCK") return startBlock(db, list);
     if (type == L"ENDBLK") return endBlock(db);
     if (type == L"LAYER" || type == L"STYLE" || type == L"LTYPE" || type == L"APPID")
@@ -310,10 +314,17 @@ Acad::ErrorStatus modifyFromList(const resbuf* list) {
         object->close();
         return Acad::eWrongObjectType;   // an entity cannot change its type
     }
+    // What the object was, so that a list it refuses part way leaves it unchanged.
+    DwgMemoryFiler saved(AcDb::kUndoFiler, object->database());
+    bool restorable = object->dwgOut(&saved) == Acad::eOk;
     ResbufDxfFiler filer(object->database(), list, true);
     es = object->dxfIn(&filer);
     if (es == Acad::eOk)
         if (const resbuf* xdata = xdataPart(list)) es = object->setXData(xdata);
+    if (es != Acad::eOk && restorable) {
+        saved.rewind();
+        object->dwgIn(&saved);
+    }
     object->close();
     return es;
 }

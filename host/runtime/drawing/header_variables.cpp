@@ -115,6 +115,23 @@ std::wstring recordName(AcDbObjectId id) {
     return record ? record->name() : L"";
 }
 
+// Whether a numeric variable accepts a value; setvar and a drawing file's header go
+// through it, as the typed setters do through their own checks.
+bool acceptable(const std::wstring& name, double v) {
+    if (!std::isfinite(v)) return false;
+    auto within = [&](double low, double high) { return v >= low && v <= high; };
+    if (name == L"DIMSCALE" || name == L"DIMASZ" || name == L"FILLETRAD") return v >= 0;
+    if (name == L"DIMTXT" || name == L"LTSCALE" || name == L"TEXTSIZE" || name == L"CELTSCALE")
+        return v > 0;
+    if (name == L"LUNITS") return within(1, 5);
+    if (name == L"LUPREC" || name == L"AUPREC") return within(0, 8);
+    if (name == L"AUNITS") return within(0, 4);
+    if (name == L"ORTHOMODE" || name == L"ANGDIR" || name == L"TILEMODE") return within(0, 1);
+    if (name == L"CECOLOR") return within(0, 256);
+    if (name == L"INSUNITS") return within(0, 20);
+    return true;
+}
+
 }  // namespace
 
 void initHeaderVariables(AcDbDatabase& db) {
@@ -164,14 +181,18 @@ Acad::ErrorStatus setHeaderVariable(AcDbDatabase& db, std::wstring_view name,
         return Acad::eOk;
     }
     if (std::holds_alternative<double>(spec->initial)) {
-        if (auto* i = std::get_if<int>(&value)) target = static_cast<double>(*i);
-        else if (auto* d = std::get_if<double>(&value)) target = *d;
+        double v = 0;
+        if (auto* i = std::get_if<int>(&value)) v = *i;
+        else if (auto* d = std::get_if<double>(&value)) v = *d;
         else return Acad::eInvalidInput;
+        if (!acceptable(key, v)) return Acad::eOutOfRange;
+        target = v;
         return Acad::eOk;
     }
     if (std::holds_alternative<int>(spec->initial)) {
         auto* i = std::get_if<int>(&value);
         if (!i) return Acad::eInvalidInput;
+        if (!acceptable(key, *i)) return Acad::eOutOfRange;
         target = *i;
         return Acad::eOk;
     }

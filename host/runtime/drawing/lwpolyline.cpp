@@ -526,6 +526,7 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
     std::vector<Vertex> read;
     bool sawVertex = false;
     double width = -1;
+    bool vertexWidths = false;   // widths per vertex win over the constant width
     es = readClassItems(filer, [&](const DxfItem& item) {
         switch (item.code()) {
             case 10: {
@@ -534,8 +535,14 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
                 sawVertex = true;
                 break;
             }
-            case 40: if (!read.empty()) read.back().startWidth = item.real(); break;
-            case 41: if (!read.empty()) read.back().endWidth = item.real(); break;
+            case 40:
+                if (!read.empty()) read.back().startWidth = item.real();
+                vertexWidths = vertexWidths || item.real() != 0;
+                break;
+            case 41:
+                if (!read.empty()) read.back().endWidth = item.real();
+                vertexWidths = vertexWidths || item.real() != 0;
+                break;
             case 42: if (!read.empty()) read.back().bulge = item.real(); break;
             case 43: width = item.real(); break;
             case 70: closed_ = item.integer() & 1; plinegen_ = (item.integer() & 128) != 0; break;
@@ -546,7 +553,7 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
         }
     });
     if (normal_.isZeroLength()) normal_ = AcGeVector3d::kZAxis;
-    if (width > 0) {
+    if (width > 0 && !vertexWidths) {
         constantWidth_ = width;
         for (Vertex& v : read) v.startWidth = v.endWidth = width;
     }

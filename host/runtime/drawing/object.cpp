@@ -7,6 +7,7 @@
 //   reading(1) --upgradeOpen--> writing --downgradeOpen--> reading(1)
 
 #include <cstdio>
+#include <algorithm>
 #include <cwchar>
 
 #include "dbdict.h"
@@ -50,6 +51,52 @@ const resbuf* segmentEnd(const resbuf* start) {
 
 bool isXDataCode(int code) {
     return (code >= 1000 && code <= 1071) && code != 1001;
+}
+
+// The host's limits on extended data: a string item holds at most 255 characters, and
+// one object's extended data takes at most 16383 bytes.
+constexpr std::size_t kMaxXDataString = 255;
+constexpr std::size_t kMaxXDataBytes = 16383;
+
+// The bytes one item takes in the object's extended data: its code, then its value.
+std::size_t xdataItemSize(const resbuf* rb) {
+    auto text = [&] { return rb->resval.rstring ? std::wcslen(rb->resval.rstring) : 0; };
+    switch (rb->restype) {
+        case 1001: return 1 + 2;
+        case 1002: return 1 + 1;
+        case 1000: case 1003: case 1005: return 1 + 2 + text();
+        case 1004: return 1 + 1 + static_cast<std::size_t>(std::max<short>(rb->resval.rbinary.clen, 0));
+        case 1070: return 1 + 2;
+        case 1071: return 1 + 4;
+        case 1040: case 1041: case 1042: return 1 + 8;
+        default: return 1 + 24;   // the points and vectors, 1010..1013
+    }
+}
+
+// Checks the items after the application names: strings within their limit, braces that
+// open and close in order, the whole within the size limit.
+Acad::ErrorStatus checkXDataItems(const resbuf* xdata) {
+    std::size_t bytes = 0;
+    int depth = 0;
+    for (const resbuf* rb = xdata; rb; rb = rb->rbnext) {
+        bytes += xdataItemSize(rb);
+        if (rb->restype == AcDb::kDxfRegAppName) {
+            if (depth != 0) return Acad::eInvalidInput;
+            continue;
+        }
+        const ACHAR* s = rb->resval.rstring;
+        if ((rb->restype == 1000 || rb->restype == 1003 || rb->restype == 1005) &&
+            s && std::wcslen(s) > kMaxXDataString)
+            return Acad::eStringTooLong;
+        if (rb->restype == 1002) {
+            std::wstring brace = s ? s : L"";
+            if (brace == L"{") ++depth;
+            else if (brace == L"}" && depth > 0) --depth;
+            else return Acad::eInvalidInput;
+        }
+    }
+    if (depth != 0) return Acad::eInvalidInput;
+    return bytes > kMaxXDataBytes ? Acad::eXdataSizeExceeded : Acad::eOk;
 }
 
 bool isRegistered(AcDbDatabase* db, const std::wstring& name) {
@@ -228,12 +275,15 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
             return Acad::eInvalidInput;
         }
     }
+    if (Acad::ErrorStatus es = checkXDataItems(xdata); es != Acad::eOk) return es;
+    // Merged on a copy, so that data over the size limit leaves the object as it was.
+    resbuf* merged = copyChain(xdata_);
     for (const resbuf* seg = xdata; seg; seg = segmentEnd(seg)) {
         std::wstring name = upperName(appName(seg));
         // Drop the application's old part, then append the new one if it has data.
         resbuf* kept = nullptr;
         resbuf* tail = nullptr;
-        resbuf* old = xdata_;
+        resbuf* old = merged;
         while (old) {
             resbuf* end = const_cast<resbuf*>(segmentEnd(old));
             resbuf* last = old;
@@ -245,8 +295,14 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
         }
         if (seg->rbnext && seg->rbnext->restype != AcDb::kDxfRegAppName)
             appendNode(kept, tail, copyChain(seg, segmentEnd(seg)));
-        xdata_ = kept;
+        merged = kept;
     }
+    if (checkXDataItems(merged) != Acad::eOk) {
+        acutRelRb(merged);
+        return Acad::eXdataSizeExceeded;
+    }
+    acutRelRb(xdata_);
+    xdata_ = merged;
     modified_ = true;
     return Acad::eOk;
 }

@@ -8,8 +8,10 @@
 // points one operator per coordinate, "op,op,op"). (-4 . "<AND") ... (-4 . "AND>") and
 // likewise OR, XOR and NOT group tests; (-3 ("APP")) asks for extended data of an
 // application. An entity without a colour or linetype group has (62 . 256) and
-// (6 . "BYLAYER").
+// (6 . "BYLAYER"); its layout group (410) is "Model" in model space and "Layout1" in
+// paper space. An operator this list does not name makes the filter invalid.
 
+#include <algorithm>
 #include <cmath>
 #include <cwctype>
 #include <map>
@@ -42,6 +44,19 @@ bool compareNumber(double have, double want, const std::wstring& op) {
     if (op == L"&") return (h & w) != 0;
     if (op == L"&=") return (h & w) == w;
     return false;
+}
+
+bool isRelationalOperator(const std::wstring& op) {
+    static const std::wstring known[] = {L"*", L"=", L"!=", L"/=", L"<>", L"<", L"<=",
+                                         L">", L">=", L"&", L"&="};
+    std::size_t start = 0;
+    while (true) {
+        std::size_t comma = op.find(L',', start);
+        std::wstring one = op.substr(start, comma == std::wstring::npos ? std::wstring::npos : comma - start);
+        if (std::find(std::begin(known), std::end(known), one) == std::end(known)) return false;
+        if (comma == std::wstring::npos) return true;
+        start = comma + 1;
+    }
 }
 
 bool compareItem(const resbuf* have, const resbuf* want, const std::wstring& op) {
@@ -80,8 +95,9 @@ bool compareItem(const resbuf* have, const resbuf* want, const std::wstring& op)
 
 class FilterEvaluator {
 public:
-    FilterEvaluator(const Nodes& filter, const resbuf* data, const std::vector<std::wstring>& apps)
-        : filter_(filter), data_(data), apps_(apps) {}
+    FilterEvaluator(const Nodes& filter, const resbuf* data, const std::vector<std::wstring>& apps,
+                    const wchar_t* layout)
+        : filter_(filter), data_(data), apps_(apps), layout_(layout) {}
 
     // The tests from pos to the closing operator `close` (or the end), combined by `kind`.
     bool group(std::size_t& pos, const std::wstring& kind, const std::wstring& close, bool& ok) {
@@ -101,7 +117,7 @@ public:
                     continue;
                 }
                 ++pos;   // a relational operator for the next group
-                if (pos >= filter_.size()) {
+                if (pos >= filter_.size() || !isRelationalOperator(op)) {
                     ok = false;
                     return false;
                 }
@@ -160,6 +176,7 @@ private:
         if (want->restype == AcDb::kDxfColor) stand.resval.rint = 256;
         else if (want->restype == AcDb::kDxfLinetypeName) stand.resval.rstring = const_cast<ACHAR*>(L"BYLAYER");
         else if (want->restype == 67 || want->restype == AcDb::kDxfVisibility) stand.resval.rint = 0;
+        else if (want->restype == 410) stand.resval.rstring = const_cast<ACHAR*>(layout_);
         else return false;
         return compareItem(&stand, want, op);
     }
@@ -167,6 +184,7 @@ private:
     const Nodes& filter_;
     const resbuf* data_;
     const std::vector<std::wstring>& apps_;
+    const wchar_t* layout_;
 };
 
 std::map<std::int64_t, std::vector<AcDbObjectId>>& sets() {
@@ -181,7 +199,17 @@ Acad::ErrorStatus selectAll(const AcDbDatabase& db, const resbuf* filter, std::v
     Nodes nodes;
     for (const resbuf* rb = filter; rb; rb = rb->rbnext) nodes.push_back(rb);
     static const std::vector<std::wstring> all{L"*"};
+    {
+        // The filter's form is checked once, so that a bad one is refused in an empty drawing too.
+        const std::vector<std::wstring> none;
+        bool ok = true;
+        std::size_t pos = 0;
+        FilterEvaluator check(nodes, nullptr, none, L"Model");
+        check.group(pos, L"AND", L"", ok);
+        if (!ok || pos != nodes.size()) return Acad::eInvalidInput;
+    }
     for (AcDbObjectId space : {db.modelSpaceId(), db.paperSpaceId()}) {
+        const wchar_t* layout = space == db.modelSpaceId() ? L"Model" : L"Layout1";
         for (AcDbObjectId id : blockEntities(space)) {
             RbChain data(entityData(id, &all));
             std::vector<std::wstring> apps;
@@ -192,7 +220,7 @@ Acad::ErrorStatus selectAll(const AcDbDatabase& db, const resbuf* filter, std::v
             }
             bool ok = true;
             std::size_t pos = 0;
-            FilterEvaluator evaluator(nodes, data.get(), apps);
+            FilterEvaluator evaluator(nodes, data.get(), apps, layout);
             bool pass = evaluator.group(pos, L"AND", L"", ok);
             if (!ok || pos != nodes.size()) return Acad::eInvalidInput;
             if (pass) out.push_back(id);
