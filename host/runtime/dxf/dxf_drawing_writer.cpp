@@ -165,6 +165,10 @@ private:
         for (auto& id : records)
             if (auto* r = kelvo::drawing::peekObject(id); r && !r->isErased()) ++live;
         w_.integer(70, live);
+        if (std::wstring_view(name) == L"DIMSTYLE") {   // its table has a subclass of its own
+            w_.string(100, L"AcDbDimStyleTable");
+            w_.integer(71, 0);
+        }
         for (auto& id : records)
             if (auto* r = kelvo::drawing::peekObject(id); r && !r->isErased()) object(*r);
         w_.string(0, L"ENDTAB");
