@@ -22,6 +22,9 @@
 (prin1 (try "ORTHOMODE" 2)) (terpri)
 (prin1 (try "ORTHOMODE" 1)) (terpri)
 (prin1 (try "FILLETRAD" -0.5)) (terpri)
+(prin1 (try "CELWEIGHT" 7)) (terpri)       ; not one of the standard weights
+(prin1 (try "CELWEIGHT" 35)) (terpri)
+(prin1 (try "CELWEIGHT" -2)) (terpri)
 (prin1 (try "INSBASE" '(1.0 2.0))) (terpri)
 (prin1 (try "INSBASE" 5)) (terpri)
 (prin1 (try "TEXTSTYLE" "NOSUCH")) (terpri)

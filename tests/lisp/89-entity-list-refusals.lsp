@@ -24,4 +24,17 @@
 (prin1 (entmake '((0 . "INSERT") (2 . "*Model_Space") (10 0.0 0.0 0.0)))) (terpri)
 (prin1 (entmake '((0 . "INSERT") (2 . "*PAPER_SPACE") (10 0.0 0.0 0.0)))) (terpri)
 (prin1 (cdr (assoc 0 (entget (entlast))))) (terpri)
+
+; a reference with attributes, refused a block that does not exist, keeps its place, its
+; block and its attributes
+(entmake '((0 . "BLOCK") (2 . "TAG") (70 . 2) (10 0.0 0.0 0.0)))
+(entmake '((0 . "ATTDEF") (10 0.0 2.0 0.0) (40 . 0.5) (1 . "") (3 . "Name?") (2 . "NAME") (70 . 0)))
+(entmake '((0 . "ENDBLK")))
+(entmake '((0 . "INSERT") (66 . 1) (2 . "TAG") (10 10.0 10.0 0.0)))
+(entmake '((0 . "ATTRIB") (10 10.0 12.0 0.0) (40 . 1.0) (1 . "AHU-1") (2 . "NAME") (70 . 0)))
+(entmake '((0 . "SEQEND")))
+(setq i (entlast) before (entget i))
+(prin1 (entmod (list (cons -1 i) '(10 50.0 50.0 0.0) '(2 . "NOPE")))) (terpri)
+(prin1 (equal (strip before) (strip (entget i)))) (terpri)
+(prin1 (mapcar '(lambda (e) (cdr (assoc 0 (entget e)))) (list (entnext i) (entnext (entnext i))))) (terpri)
 (princ)

@@ -140,6 +140,41 @@ TEST(DrawingGeometry, BulgedPolylineMeasuresExtendsAndExplodesAsArcs) {
     expectNear(e.maxPoint(), 10, 5);
     ASSERT_EQ(pline.getPointAtParam(0.5, mid), Acad::eOk);
     expectNear(mid, 5, 5);
+
+    // Uneven scaling would turn the arc segment into something else: refused, unchanged;
+    // once the bulge is gone the polyline scales like its lines.
+    AcGeMatrix3d uneven;
+    uneven.setToScaling(AcGeScale3d(2, 1, 1));
+    EXPECT_EQ(pline.transformBy(uneven), Acad::eCannotScaleNonUniformly);
+    AcGePoint3d corner;
+    ASSERT_EQ(pline.getPointAt(1, corner), Acad::eOk);
+    expectNear(corner, 10, 0);
+    ASSERT_EQ(pline.setBulgeAt(0, 0.0), Acad::eOk);
+    ASSERT_EQ(pline.transformBy(uneven), Acad::eOk);
+    ASSERT_EQ(pline.getPointAt(1, corner), Acad::eOk);
+    expectNear(corner, 20, 0);
+}
+
+TEST(DrawingGeometry, OldStylePolylineWithBulgesRefusesUnevenScaling) {
+    AcDbDatabase db;
+    AcGePoint3dArray points;
+    points.append(AcGePoint3d(0, 0, 0));
+    points.append(AcGePoint3d(10, 0, 0));
+    auto* pline = new AcDb2dPolyline(AcDb::k2dSimplePoly, points);
+    AcDbObjectId id = append(db, pline);
+    AcDbObjectPointer<AcDb2dPolyline> open(id, AcDb::kForWrite);
+    ASSERT_EQ(open.openStatus(), Acad::eOk);
+    {
+        AcDbObjectPointer<AcDb2dVertex> first(open->vertexIds()[0], AcDb::kForWrite);
+        ASSERT_EQ(first.openStatus(), Acad::eOk);
+        first->setBulge(1.0);
+    }
+    AcGeMatrix3d uneven;
+    uneven.setToScaling(AcGeScale3d(1, 3, 1));
+    EXPECT_EQ(open->transformBy(uneven), Acad::eCannotScaleNonUniformly);
+    ASSERT_EQ(open->transformBy(AcGeMatrix3d::scaling(3)), Acad::eOk);
+    AcDbObjectPointer<AcDb2dVertex> second(open->vertexIds()[1], AcDb::kForRead);
+    expectNear(second->position(), 30, 0);
 }
 
 TEST(DrawingGeometry, TextTurnsAndScalesWithItsTransform) {
@@ -314,6 +349,68 @@ TEST(DrawingGeometry, HeaderVariablesByNameKeepTheirRanges) {
     EXPECT_EQ(db.lunits(), 4);
     EXPECT_EQ(setHeaderVariable(db, L"TEXTSIZE", std::wstring(L"3")), Acad::eInvalidInput);
     EXPECT_DOUBLE_EQ(db.textsize(), 2.5);
+}
+
+}  // namespace
+
+namespace {
+
+// A block definition of one circle, added to `db`.
+AcDbObjectId addBlock(AcDbDatabase& db, const wchar_t* name) {
+    AcDbBlockTable* blocks = nullptr;
+    EXPECT_EQ(db.getBlockTable(blocks, AcDb::kForWrite), Acad::eOk);
+    auto* record = new AcDbBlockTableRecord;
+    record->setName(name);
+    AcDbObjectId id;
+    EXPECT_EQ(blocks->add(id, record), Acad::eOk);
+    record->close();
+    blocks->close();
+    append(db, new AcDbCircle(AcGePoint3d(), AcGeVector3d::kZAxis, 1), id);
+    return id;
+}
+
+TEST(DrawingGeometry, InsertBringsNestedBlocksAndApplicationsAlong) {
+    AcDbDatabase source;
+    addBlock(source, L"VALVE");
+    AcDbObjectId valve;
+    {
+        AcDbBlockTable* blocks = nullptr;
+        ASSERT_EQ(source.getBlockTable(blocks), Acad::eOk);
+        ASSERT_EQ(blocks->getAt(L"VALVE", valve), Acad::eOk);
+        blocks->close();
+    }
+    ASSERT_TRUE(kelvo::drawing::registerApplication(source, L"TARVIK"));
+    auto* ref = new AcDbBlockReference(AcGePoint3d(5, 0, 0), valve);
+    AcDbObjectId refId = append(source, ref);
+    {
+        AcDbObjectPointer<AcDbBlockReference> open(refId, AcDb::kForWrite);
+        kelvo::drawing::RbChain data(acutBuildList(AcDb::kDxfRegAppName, L"TARVIK",
+                                                   AcDb::kDxfXdAsciiString, L"V-1", 0));
+        ASSERT_EQ(open->setXData(data.get()), Acad::eOk);
+    }
+
+    AcDbDatabase target;
+    AcDbObjectId block;
+    ASSERT_EQ(target.insert(block, L"ASSEMBLY", &source), Acad::eOk);
+    AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForRead);
+    ASSERT_EQ(record->entityIds().length(), 1);
+    AcDbObjectPointer<AcDbBlockReference> copy(record->entityIds()[0], AcDb::kForRead);
+    ASSERT_EQ(copy.openStatus(), Acad::eOk);
+    // The nested definition is the target's own, with its circle ...
+    AcDbObjectPointer<AcDbBlockTableRecord> nested(copy->blockTableRecord(), AcDb::kForRead);
+    ASSERT_EQ(nested.openStatus(), Acad::eOk);
+    EXPECT_EQ(nested->database(), &target);
+    EXPECT_EQ(nested->name(), L"VALVE");
+    EXPECT_EQ(nested->entityIds().length(), 1);
+    // ... and the extended data's application is registered there.
+    AcDbRegAppTable* apps = nullptr;
+    ASSERT_EQ(target.getRegAppTable(apps), Acad::eOk);
+    EXPECT_TRUE(apps->has(L"TARVIK"));
+    apps->close();
+    kelvo::drawing::RbChain data(copy->xData(L"TARVIK"));
+    ASSERT_NE(data, nullptr);
+    ASSERT_NE(data->rbnext, nullptr);
+    EXPECT_EQ(std::wstring(data->rbnext->resval.rstring), L"V-1");
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include "dbsymtb.h"
 #include "runtime/drawing/drawing_internal.h"
 #include "runtime/drawing/dwg_memory_filer.h"
+#include "runtime/drawing/entity_lists.h"
+#include "runtime/drawing/resbuf_chain.h"
 
 using namespace kelvo::drawing;
 
@@ -68,12 +70,21 @@ public:
         --ObjectAccess::readersRef(*from);
         filer.rewind();
         if (es == Acad::eOk) es = copy->dwgIn(&filer);
+        if (es == Acad::eOk && cross_) registerXDataApplications(*copy);
         ObjectAccess::setOwner(*copy, owner);
         copy->close();
         return es;
     }
 
 private:
+    // Extended data copied into another database needs its applications registered there.
+    void registerXDataApplications(const AcDbObject& copy) {
+        RbChain data(copy.xData(nullptr));
+        for (const resbuf* rb = data.get(); rb; rb = rb->rbnext)
+            if (rb->restype == AcDb::kDxfRegAppName && rb->resval.rstring)
+                registerApplication(dest_, rb->resval.rstring);
+    }
+
     AcDbObjectId translate(AcDbObjectId source, IdKind kind, AcDbObjectId copyOwner) {
         if (source.isNull()) return {};
         AcDbIdPair pair(source, {}, false);

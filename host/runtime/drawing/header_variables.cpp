@@ -1,6 +1,7 @@
 // Header variables of a drawing: their names, DXF group codes and defaults, and the
 // database's getters and setters for them.
 
+#include <algorithm>
 #include <cmath>
 
 #include "dbsymtb.h"
@@ -129,6 +130,12 @@ bool acceptable(const std::wstring& name, double v) {
     if (name == L"ORTHOMODE" || name == L"ANGDIR" || name == L"TILEMODE") return within(0, 1);
     if (name == L"CECOLOR") return within(0, 256);
     if (name == L"INSUNITS") return within(0, 20);
+    if (name == L"CELWEIGHT") {
+        // by block, by layer, default, or one of the standard weights in hundredths of a mm
+        static const int weights[] = {-3, -2, -1, 0, 5, 9, 13, 15, 18, 20, 25, 30, 35, 40,
+                                      50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+        return std::find(std::begin(weights), std::end(weights), v) != std::end(weights);
+    }
     return true;
 }
 

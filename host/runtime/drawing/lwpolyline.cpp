@@ -422,6 +422,8 @@ Acad::ErrorStatus AcDbPolyline::subMoveGripPointsAt(const AcDbIntArray& indices,
 }
 
 Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& xform) {
+    // An arc segment scaled unevenly is no longer an arc.
+    if (hasBulges() && !xform.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
     AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(normal_);
     AcGeVector3d n = transformNormal(normal_, xform);
     AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(n);

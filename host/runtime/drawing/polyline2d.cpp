@@ -334,6 +334,14 @@ Acad::ErrorStatus AcDb2dPolyline::subMoveGripPointsAt(const AcDbIntArray& indice
 }
 
 Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& xform) {
+    // An arc segment scaled unevenly is no longer an arc.
+    if (!xform.isUniScaledOrtho()) {
+        auto bulged = [](const AcDb2dVertex* v) { return v && v->bulge() != 0; };
+        for (AcDbObjectId id : vertices_)
+            if (bulged(AcDb2dVertex::cast(peekObject(id)))) return Acad::eCannotScaleNonUniformly;
+        for (const AcDb2dVertex* v : pendingVertices_)
+            if (bulged(v)) return Acad::eCannotScaleNonUniformly;
+    }
     AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(normal_);
     AcGeVector3d n = transformNormal(normal_, xform);
     AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(n);
