@@ -30,6 +30,21 @@
 (entmake '((0 . "CIRCLE") (10 3.0 3.0 3.0) (40 . 1.5) (210 0.0 1.0 0.0)))
 (check "circle tilted")
 
+; text placed by its alignment point gets its start point from it: centred text starts
+; half as far back as right-aligned text, middle text sits half its height lower
+(defun start (h v)
+  (entmake (list '(0 . "TEXT") '(10 0.0 0.0 0.0) (cons 11 '(5.0 5.0 0.0)) '(40 . 2.0)
+                 '(1 . "Supply") (cons 72 h) (cons 73 v)))
+  (cdr (assoc 10 (entget (entlast)))))
+(setq centred (start 1 0) right (start 2 0) middle (start 4 0))
+(prin1 (list (< (car right) (car centred) 5.0) (equal (- 5.0 (car right)) (* 2 (- 5.0 (car centred))) 1e-9)
+             (cadr centred) (cadr middle) (equal (car middle) (car centred) 1e-9)))
+(terpri)
+; moving the alignment point by entmod moves the start point with it
+(setq e (entlast))
+(entmod (subst '(11 15.0 5.0 0.0) (assoc 11 (entget e)) (entget e)))
+(prin1 (equal (cdr (assoc 10 (entget e))) (list (+ (car middle) 10.0) (cadr middle) 0.0) 1e-9)) (terpri)
+
 ; the polyline's per-vertex widths come back, and win over a constant width
 (entmake '((0 . "LWPOLYLINE") (90 . 2) (70 . 0) (43 . 0.5) (10 0.0 0.0) (40 . 1.0) (41 . 2.0) (10 5.0 0.0)))
 (prin1 (vl-remove-if-not '(lambda (g) (member (car g) '(40 41 43))) (entget (entlast)))) (terpri)

@@ -120,10 +120,17 @@ AcDbObjectId recordIn(AcDbObjectId tableId, const std::wstring& name) {
 }
 
 // Reads the list into a new object of the type and sets its extended data.
+// Text placed by its alignment point takes its start point from it, as the host does when
+// a list makes or changes it.
+void placeText(AcDbObject* object, AcDbDatabase* db) {
+    if (auto* text = AcDbText::cast(object)) text->adjustAlignment(db);
+}
+
 Acad::ErrorStatus readNew(AcDbDatabase& db, AcDbObject* object, const resbuf* list) {
     ResbufDxfFiler filer(&db, list, false);
     Acad::ErrorStatus es = object->dxfIn(&filer);
     if (es != Acad::eOk) return es;
+    placeText(object, &db);
     if (const resbuf* xdata = xdataPart(list)) return object->setXData(xdata);
     return Acad::eOk;
 }
@@ -319,6 +326,7 @@ Acad::ErrorStatus modifyFromList(const resbuf* list) {
     bool restorable = object->dwgOut(&saved) == Acad::eOk;
     ResbufDxfFiler filer(object->database(), list, true);
     es = object->dxfIn(&filer);
+    if (es == Acad::eOk) placeText(object, object->database());
     if (es == Acad::eOk)
         if (const resbuf* xdata = xdataPart(list)) es = object->setXData(xdata);
     if (es != Acad::eOk && restorable) {
