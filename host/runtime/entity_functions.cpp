@@ -110,10 +110,14 @@ resbuf* groupNode(const Value& group) {
         case RbKind::Short: case RbKind::Long: case RbKind::Int64: {
             if (v.type() != Type::Int && !(v.type() == Type::Real && v.asReal() == std::floor(v.asReal())))
                 badGroup(group);
-            auto n = static_cast<std::int32_t>(v.asReal());
-            if (rbKindOf(code) == RbKind::Short) rb->resval.rint = static_cast<short>(n);
-            else if (rbKindOf(code) == RbKind::Long) rb->resval.rlong = n;
-            else rb->resval.mnInt64 = n;
+            // A value the group's width cannot hold is refused, not cut short.
+            double real = v.asReal();
+            double limit = rbKindOf(code) == RbKind::Short ? 32768.0
+                           : rbKindOf(code) == RbKind::Long ? 2147483648.0 : 9.2e18;
+            if (real < -limit || real >= limit) badGroup(group);
+            if (rbKindOf(code) == RbKind::Short) rb->resval.rint = static_cast<short>(real);
+            else if (rbKindOf(code) == RbKind::Long) rb->resval.rlong = static_cast<std::int32_t>(real);
+            else rb->resval.mnInt64 = static_cast<std::int64_t>(real);
             break;
         }
         case RbKind::Point: {

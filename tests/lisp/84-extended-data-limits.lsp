@@ -31,6 +31,15 @@
 (prin1 (entmake '((0 . "POINT") (10 0.0 0.0 0.0) (-3 ("TARVIK" (1002 . "{") (1000 . "x")))))) (terpri)
 (prin1 (entmake '((0 . "POINT") (10 0.0 0.0 0.0) (-3 ("TARVIK" (1002 . "}") (1002 . "{")))))) (terpri)
 (prin1 (entmake '((0 . "POINT") (10 0.0 0.0 0.0) (-3 ("TARVIK" (1002 . "(")))))) (terpri)
+(prin1 (entmake '((0 . "POINT") (10 0.0 0.0 0.0) (-3 ("TARVIK" (1005 . "not-hex")))))) (terpri)
+(prin1 (entmake '((0 . "POINT") (10 0.0 0.0 0.0) (-3 ("TARVIK" (1005 . "1F")))))) (terpri)
+; a 16-bit integer that does not fit is an error, not a different number
+(prin1 (vl-catch-all-error-message
+         (vl-catch-all-apply 'entmake '(((0 . "POINT") (10 0.0 0.0 0.0) (-3 ("TARVIK" (1070 . 70000))))))))
+(terpri)
+(prin1 (vl-catch-all-error-message
+         (vl-catch-all-apply 'entmake '(((0 . "LWPOLYLINE") (90 . 3.0e9) (10 0.0 0.0) (10 1.0 0.0))))))
+(terpri)
 (prin1 (strlen (cdr (cadr (cadr (assoc -3 (entmake (list '(0 . "POINT") '(10 0.0 0.0 0.0)
          (list -3 (list "TARVIK" (cons 1000 (repeat-string "x" 255))))))))))))
 (terpri)

@@ -88,6 +88,12 @@ Acad::ErrorStatus checkXDataItems(const resbuf* xdata) {
         if ((rb->restype == 1000 || rb->restype == 1003 || rb->restype == 1005) &&
             s && std::wcslen(s) > kMaxXDataString)
             return Acad::eStringTooLong;
+        if (rb->restype == 1005) {   // a handle: one to sixteen hexadecimal digits
+            std::wstring handle = s ? s : L"";
+            if (handle.empty() || handle.size() > 16 ||
+                handle.find_first_not_of(L"0123456789abcdefABCDEF") != std::wstring::npos)
+                return Acad::eInvalidInput;
+        }
         if (rb->restype == 1002) {
             std::wstring brace = s ? s : L"";
             if (brace == L"{") ++depth;
