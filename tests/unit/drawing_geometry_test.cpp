@@ -11,6 +11,8 @@
 #include "adslib.h"
 #include "dbents.h"
 #include "dbidmap.h"
+#include "dblead.h"
+#include "dbmtext.h"
 #include "dbobjptr.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
@@ -411,6 +413,58 @@ TEST(DrawingGeometry, InsertBringsNestedBlocksAndApplicationsAlong) {
     ASSERT_NE(data, nullptr);
     ASSERT_NE(data->rbnext, nullptr);
     EXPECT_EQ(std::wstring(data->rbnext->resval.rstring), L"V-1");
+}
+
+}  // namespace
+
+namespace {
+
+// Where multiline text lies around its location follows its attachment point.
+TEST(DrawingGeometry, MTextExtentsFollowTheAttachment) {
+    auto extentsFor = [](AcDbMText::AttachmentPoint attachment) {
+        AcDbMText text;
+        text.setLocation(AcGePoint3d(10, 10, 0));
+        text.setTextHeight(2);
+        text.setWidth(40);
+        text.setContents(L"First line\\PSecond line");
+        text.setAttachment(attachment);
+        AcDbExtents e;
+        EXPECT_EQ(text.getGeomExtents(e), Acad::eOk);
+        return e;
+    };
+    AcDbExtents topLeft = extentsFor(AcDbMText::kTopLeft);
+    EXPECT_NEAR(topLeft.minPoint().x, 10, 1e-6);
+    EXPECT_LE(topLeft.maxPoint().y, 10 + 1e-6);
+    EXPECT_LT(topLeft.minPoint().y, 10 - 2 * 2);   // two lines below the location
+    AcDbExtents bottomRight = extentsFor(AcDbMText::kBottomRight);
+    EXPECT_NEAR(bottomRight.maxPoint().x, 10, 1e-6);
+    EXPECT_GE(bottomRight.minPoint().y, 10 - 1);   // above, but for descenders
+    AcDbExtents middle = extentsFor(AcDbMText::kMiddleCenter);
+    double mid = (middle.minPoint().y + middle.maxPoint().y) / 2;
+    EXPECT_NEAR(mid, 10, 1.0);
+    // The same text, only placed differently: the same size whatever the attachment.
+    EXPECT_NEAR(topLeft.maxPoint().x - topLeft.minPoint().x,
+                bottomRight.maxPoint().x - bottomRight.minPoint().x, 1e-6);
+}
+
+TEST(DrawingGeometry, LeaderExtentsAndTransformCoverItsVertices) {
+    AcDbLeader leader;
+    leader.appendVertex(AcGePoint3d(0, 0, 0));
+    leader.appendVertex(AcGePoint3d(5, 5, 0));
+    leader.appendVertex(AcGePoint3d(10, 5, 0));
+    AcDbExtents e;
+    ASSERT_EQ(leader.getGeomExtents(e), Acad::eOk);
+    EXPECT_LE(e.minPoint().x, 0);
+    EXPECT_GE(e.maxPoint().x, 10);
+    EXPECT_NEAR(e.maxPoint().y, 5, 1e-6);
+    ASSERT_EQ(leader.transformBy(AcGeMatrix3d::translation(AcGeVector3d(1, 2, 0))), Acad::eOk);
+    EXPECT_TRUE(leader.vertexAt(2).isEqualTo(AcGePoint3d(11, 7, 0)));
+    Exploded parts;
+    ASSERT_EQ(leader.explode(parts.items), Acad::eOk);
+    ASSERT_GE(parts.items.length(), 2);
+    auto* last = AcDbLine::cast(parts.at(1));
+    ASSERT_NE(last, nullptr);
+    expectNear(last->endPoint(), 11, 7);
 }
 
 }  // namespace
