@@ -266,10 +266,12 @@ TEST(DxfDrawing, UnknownTypesAreReportedOnceWithTheirCounts) {
         "0\nSOLID\n8\n0\n10\n0\n20\n0\n"
         "0\nHATCH\n5\nA0\n100\nAcDbEntity\n8\n0\n100\nAcDbHatch\n2\nSOLID\n"
         "0\nLINE\n8\n0\n10\n0\n20\n0\n11\n1\n21\n1\n"
+        "0\nPOLYLINE\n8\n0\n66\n1\n70\n64\n0\nVERTEX\n8\n0\n10\n1\n20\n1\n70\n192\n"
+        "0\nVERTEX\n8\n0\n70\n128\n71\n1\n0\nSEQEND\n8\n0\n"
         "0\nENDSEC\n0\nEOF\n";
     AcDbDatabase db(false, true);
     std::wstring report = readDrawingDxf(DxfFile::parse(text), db);
-    EXPECT_EQ(report, L"skipped 2 SOLID; kept as proxies 1 HATCH");
+    EXPECT_EQ(report, L"skipped 1 POLYLINE (mesh), 2 SOLID; kept as proxies 1 HATCH");
     EXPECT_EQ(entityTypes(db.modelSpaceId()), (std::vector<std::wstring>{L"ACAD_PROXY_ENTITY", L"LINE"}));
     // The proxy writes back what it read.
     std::string out = writeDrawingDxf(db);

@@ -60,6 +60,14 @@ AcGePoint3d pointOf(const Record& r, int code) {
     return {x ? x->toDouble() : 0, y ? y->toDouble() : 0, z ? z->toDouble() : 0};
 }
 
+// Polygon and polyface meshes (POLYLINE flags 16 and 64), which the host has no entity for.
+bool isMesh(const Record& r) {
+    if (r.type() != L"POLYLINE") return false;
+    for (const Group& g : r.groups)
+        if (g.code == 70) return (g.toInt() & (16 | 64)) != 0;
+    return false;
+}
+
 bool isInsertArray(const Record& r) {
     for (const Group& g : r.groups)
         if (g.code == 100 && g.text == L"AcDbMInsertBlock") return true;
@@ -346,7 +354,9 @@ private:
     size_t entity(const Section& s, size_t i, AcDbObjectId block) {
         const Record& r = s.records[i];
         AcDbObjectId id;
-        if (AcDbObject* object = make(r, true)) {
+        if (isMesh(r)) {   // its vertices are faces and corners, not a path: not kept
+            ++skipped_[L"POLYLINE (mesh)"];
+        } else if (AcDbObject* object = make(r, true)) {
             if (!AcDbEntity::cast(object)) {
                 delete object;
                 ++skipped_[r.type()];
@@ -368,12 +378,13 @@ private:
         return i;
     }
 
-    // An attribute, vertex or end marker of the entity `ownerId` (skipped, counted, when
-    // that entity was not made or does not take it).
+    // An attribute, vertex or end marker of the entity `ownerId` (skipped with it when it
+    // was skipped; skipped and counted when that entity does not take it).
     void subEntity(const Record& r, AcDbObjectId ownerId) {
         AcDbObject* owner = peekObject(ownerId);
         auto* ref = owner ? AcDbBlockReference::cast(owner) : nullptr;
         auto* pl = owner ? AcDb2dPolyline::cast(owner) : nullptr;
+        if (!owner) return;   // its entity was skipped, and said so
         if (!ref && !pl) {
             if (r.type() != L"SEQEND") ++skipped_[r.type()];
             return;
