@@ -42,6 +42,13 @@ void expectNear(const AcGePoint3d& have, double x, double y, double z = 0) {
     EXPECT_NEAR(have.z, z, 1e-9);
 }
 
+// The text of a string the caller owns, which is freed.
+std::wstring taken(ACHAR* text) {
+    std::wstring out = text ? text : L"";
+    acutDelString(text);
+    return out;
+}
+
 // Deletes the entities an explode answered.
 struct Exploded {
     AcDbVoidPtrArray items;
@@ -288,7 +295,7 @@ TEST_F(BlockWithAttributes, DeepCloneMapsTheReferenceAndEachAttribute) {
         EXPECT_EQ(attributePair.value(), to[i]);
         AcDbObjectPointer<AcDbAttribute> a(from[i], AcDb::kForRead), b(to[i], AcDb::kForRead);
         EXPECT_EQ(b->ownerId(), pair.value());
-        EXPECT_EQ(std::wstring(a->tag()), std::wstring(b->tag()));
+        EXPECT_EQ(taken(a->tag()), taken(b->tag()));
     }
     EXPECT_NE(copy->seqendId(), original->seqendId());
     AcDbIdPair blockPair(block, {}, false);
