@@ -85,5 +85,6 @@
   (tour:show "host:close" (host:close))
   (tour:show "open drawings" (host:documents)))
 (load "tour_database.lsp")
+(load "tour_drawing.lsp")
 (princ "\nEnd of the tour.\n")
 (princ)

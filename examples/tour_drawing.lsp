@@ -25,10 +25,11 @@
   (kv_mkdir dir)
   (host:saveas (strcat dir "/tour-drawing.dxf"))
   (tour:tag-block (strcat dir "/TAG-SUPPLY.dwg")
-                  '("0" "LINE" "8" "0" "10" "-1.0" "20" "0.0" "30" "0.0"
-                    "11" "1.0" "21" "0.0" "31" "0.0"))
+                  '("0" "TEXT" "8" "0" "10" "-0.35" "20" "-0.5" "30" "0.0" "40" "1.0"
+                    "1" "S"))
   (tour:tag-block (strcat dir "/TAG-RETURN.dwg")
-                  '("0" "CIRCLE" "8" "0" "10" "0.0" "20" "0.0" "30" "0.0" "40" "0.5"))
+                  '("0" "TEXT" "8" "0" "10" "-0.35" "20" "-0.5" "30" "0.0" "40" "1.0"
+                    "1" "R"))
   (princ "  tv_tv-leader-insert takes the start, elbow and end points, a layer, a tag\n")
   (princ "  block and a scale (multiplied by DIMSCALE).\n")
   (setq supply (tv_tv-leader-insert '((0 0) (10 10) (20 10)) "0" "TAG-SUPPLY" 1.5))
