@@ -78,6 +78,36 @@ TEST(DrawingGeometry, ArcExtentsFollowTheSweptQuadrants) {
     expectNear(e.maxPoint(), 1, 1);
 }
 
+TEST(DrawingGeometry, ArcSnapsAndClosestPointsStayOnTheArc) {
+    AcDbArc arc(AcGePoint3d(0, 0, 0), 2, 0, kPi / 2);
+    AcGePoint3d on;
+    // Beside the sweep: the nearer end, not a point of the full circle.
+    ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(1, -3, 0), on), Acad::eOk);
+    expectNear(on, 2, 0);
+    ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(-0.5, -3, 0), on), Acad::eOk);
+    expectNear(on, 2, 0);
+    ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(-3, 0.5, 0), on), Acad::eOk);
+    expectNear(on, 0, 2);
+    ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(3, 3, 0), on), Acad::eOk);
+    expectNear(on, std::sqrt(2.0), std::sqrt(2.0));
+    // Extended, the arc is its circle.
+    ASSERT_EQ(arc.getClosestPointTo(AcGePoint3d(-3, 0, 0), on, true), Acad::eOk);
+    expectNear(on, -2, 0);
+
+    AcGePoint3dArray snaps;
+    AcDbIntArray ids;
+    ASSERT_EQ(arc.getOsnapPoints(AcDb::kOsModeQuad, 0, AcGePoint3d(), AcGePoint3d(), AcGeMatrix3d::kIdentity,
+                                 snaps, ids), Acad::eOk);
+    ASSERT_EQ(snaps.length(), 2);   // the arc passes through two of the circle's quadrants
+    expectNear(snaps[0], 2, 0);
+    expectNear(snaps[1], 0, 2);
+    snaps.setLogicalLength(0);
+    ASSERT_EQ(arc.getOsnapPoints(AcDb::kOsModeNear, 0, AcGePoint3d(-1, -5, 0), AcGePoint3d(),
+                                 AcGeMatrix3d::kIdentity, snaps, ids), Acad::eOk);
+    ASSERT_EQ(snaps.length(), 1);
+    expectNear(snaps[0], 2, 0);
+}
+
 TEST(DrawingGeometry, ArcTransformsKeepItsEndsAndRefuseUnevenScaling) {
     AcDbArc arc(AcGePoint3d(0, 0, 0), 1, 0, kPi / 2);
     // Mirrored in the plane x = 0, the arc runs from the mirror of its end to the mirror

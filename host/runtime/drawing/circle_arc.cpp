@@ -90,10 +90,22 @@ Acad::ErrorStatus AcDbCircle::getPointAtDist(double dist, AcGePoint3d& point) co
     return es != Acad::eOk ? es : getPointAtParam(param, point);
 }
 Acad::ErrorStatus AcDbCircle::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& on,
-                                                Adesk::Boolean) const {
+                                                Adesk::Boolean extend) const {
     AcGePoint3d p = given.orthoProject(AcGePlane(center_, normal_));
     AcGeVector3d d = p - center_;
     on = d.isZeroLength() ? center_ + ocsXAxis(normal_) * radius_ : center_ + d.normal() * radius_;
+    // An arc answers a point on itself: off its sweep, the nearer of its ends.
+    if (auto* arc = AcDbArc::cast(this); arc && !extend) {
+        AcGeVector3d x = ocsXAxis(normal_), y = normal_.crossProduct(x);
+        double along = normalizeAngle(std::atan2((on - center_).dotProduct(y), (on - center_).dotProduct(x)) -
+                                      arc->startAngle());
+        if (along > arc->totalAngle()) {
+            AcGePoint3d start, end;
+            arc->getStartPoint(start);
+            arc->getEndPoint(end);
+            on = given.distanceTo(start) <= given.distanceTo(end) ? start : end;
+        }
+    }
     return Acad::eOk;
 }
 Acad::ErrorStatus AcDbCircle::getArea(double& area) const { area = pi * radius_ * radius_; return Acad::eOk; }
@@ -319,7 +331,15 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMark
         snaps.append(e);
     } else if (mode == AcDb::kOsModeMid) {
         snaps.append(m);
-    } else if (mode != AcDb::kOsModeQuad) {
+    } else if (mode == AcDb::kOsModeQuad) {
+        // the quadrant points the arc passes through
+        for (int i = 0; i < 4; ++i)
+            if (normalizeAngle(i * pi / 2 - startAngle_) <= totalAngle()) {
+                AcGePoint3d q;
+                getPointAtParam(startAngle_ + normalizeAngle(i * pi / 2 - startAngle_), q);
+                snaps.append(q);
+            }
+    } else {
         return AcDbCircle::subGetOsnapPoints(mode, marker, pick, last, view, snaps, ids);
     }
     return Acad::eOk;
