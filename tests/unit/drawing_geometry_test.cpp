@@ -146,6 +146,13 @@ TEST(DrawingGeometry, BulgedPolylineMeasuresExtendsAndExplodesAsArcs) {
     double dist = 0;
     ASSERT_EQ(pline.getDistAtParam(2, dist), Acad::eOk);
     EXPECT_NEAR(dist, 5 * kPi + 10, 1e-9);
+    // The closest point lies on the arc itself, where the line to its centre meets it.
+    AcGePoint3d near;
+    ASSERT_EQ(pline.getClosestPointTo(AcGePoint3d(5 + 6 * std::cos(-1.0), 6 * std::sin(-1.0), 0), near),
+              Acad::eOk);
+    expectNear(near, 5 + 5 * std::cos(-1.0), 5 * std::sin(-1.0));
+    ASSERT_EQ(pline.getClosestPointTo(AcGePoint3d(-1, 1, 0), near), Acad::eOk);
+    expectNear(near, 0, 0);
 
     Exploded parts;
     ASSERT_EQ(pline.explode(parts.items), Acad::eOk);

@@ -277,12 +277,27 @@ Acad::ErrorStatus AcDbPolyline::getClosestPointTo(const AcGePoint3d& given, AcGe
     AcGePoint3d local = wcsToOcs(given, normal_);
     AcGePoint3d target(local.x, local.y, 0);
     AcGePoint3d best(vertices_[0].point.x, vertices_[0].point.y, 0);
+    auto consider = [&](const AcGePoint3d& p) {
+        if (p.distanceTo(target) < best.distanceTo(target)) best = p;
+    };
     for (const Segment& s : segmentsOf(*this)) {
-        const int steps = s.isArc() ? 256 : 1;
-        for (int k = 0; k < steps; ++k) {
-            AcGePoint2d a = s.at(double(k) / steps), b = s.at(double(k + 1) / steps);
-            AcGePoint3d p = closestOnSegment(AcGePoint3d(a.x, a.y, 0), AcGePoint3d(b.x, b.y, 0), target);
-            if (p.distanceTo(target) < best.distanceTo(target)) best = p;
+        if (!s.isArc()) {
+            consider(closestOnSegment(AcGePoint3d(s.a.x, s.a.y, 0), AcGePoint3d(s.b.x, s.b.y, 0), target));
+            continue;
+        }
+        // On the arc where the direction from its centre falls within the sweep, else an end.
+        consider(AcGePoint3d(s.a.x, s.a.y, 0));
+        consider(AcGePoint3d(s.b.x, s.b.y, 0));
+        AcGePoint2d c = s.center();
+        AcGeVector2d toTarget(target.x - c.x, target.y - c.y);
+        if (toTarget.length() == 0) continue;
+        double start = std::atan2(s.a.y - c.y, s.a.x - c.x);
+        double direction = std::atan2(toTarget.y, toTarget.x);
+        double sweep = s.angle();
+        double along = sweep > 0 ? normalizeAngle(direction - start) : normalizeAngle(start - direction);
+        if (along <= std::fabs(sweep)) {
+            AcGePoint2d p = s.at(along / std::fabs(sweep));
+            consider(AcGePoint3d(p.x, p.y, 0));
         }
     }
     on = ocsToWcs(AcGePoint3d(best.x, best.y, elevation_), normal_);
