@@ -65,9 +65,10 @@
 (terpri)
 
 ;;; ------------------------------------------------------------------------------------
-(tour:step "Functions that later builds provide")
-(princ "  (kv_connect \"standards.mdb\") gives:")
-(setq tour:result (kv_connect "standards.mdb"))
+(tour:step "Functions not built yet")
+(princ "  A registered function that this build does not provide says so and gives nil.\n")
+(princ "  (kv_structure \"tblLayer\") gives:")
+(setq tour:result (kv_structure "tblLayer"))
 (princ "\n  and returns ")
 (prin1 tour:result)
 (terpri)
