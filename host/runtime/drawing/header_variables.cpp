@@ -11,7 +11,7 @@
 namespace kelvo::drawing {
 namespace {
 
-struct VariableSpec {
+struct VariableEntry {
     const wchar_t* name;
     int code;
     HeaderValue initial;
@@ -19,8 +19,8 @@ struct VariableSpec {
 
 // The variables this host keeps, in the order a drawing file lists them. Ids are filled
 // in by initHeaderVariables.
-const std::vector<VariableSpec>& specs() {
-    static const std::vector<VariableSpec> list = {
+const std::vector<VariableEntry>& variableEntries() {
+    static const std::vector<VariableEntry> list = {
         {L"INSBASE", 10, AcGePoint3d()},
         {L"EXTMIN", 10, AcGePoint3d(1e20, 1e20, 1e20)},
         {L"EXTMAX", 10, AcGePoint3d(-1e20, -1e20, -1e20)},
@@ -53,8 +53,8 @@ const std::vector<VariableSpec>& specs() {
     return list;
 }
 
-const VariableSpec* findSpec(const std::wstring& name) {
-    for (const auto& s : specs())
+const VariableEntry* findVariable(const std::wstring& name) {
+    for (const auto& s : variableEntries())
         if (name == s.name) return &s;
     return nullptr;
 }
@@ -68,7 +68,7 @@ std::wstring plainName(std::wstring_view name) {
 HeaderValue& slot(const AcDbDatabase& db, const wchar_t* name) {
     auto& header = DatabaseAccess::data(db).header;
     auto it = header.find(name);
-    if (it == header.end()) it = header.emplace(name, findSpec(name)->initial).first;
+    if (it == header.end()) it = header.emplace(name, findVariable(name)->initial).first;
     return it->second;
 }
 
@@ -143,7 +143,7 @@ bool acceptable(const std::wstring& name, double v) {
 
 void initHeaderVariables(AcDbDatabase& db) {
     DatabaseData& d = DatabaseAccess::data(db);
-    for (const auto& s : specs()) d.header[s.name] = s.initial;
+    for (const auto& s : variableEntries()) d.header[s.name] = s.initial;
     d.header[L"TEXTSTYLE"] = d.standardStyle;
     d.header[L"CLAYER"] = d.layerZero;
     d.header[L"CELTYPE"] = d.byLayer;
@@ -151,7 +151,7 @@ void initHeaderVariables(AcDbDatabase& db) {
 
 std::vector<HeaderVariable> headerVariables(const AcDbDatabase& db) {
     std::vector<HeaderVariable> out;
-    for (const auto& s : specs()) {
+    for (const auto& s : variableEntries()) {
         HeaderVariable v{std::wstring(L"$") + s.name, s.code, slot(db, s.name)};
         if (auto* id = std::get_if<AcDbObjectId>(&v.value)) v.value = recordName(*id);
         out.push_back(std::move(v));
@@ -166,8 +166,9 @@ std::optional<HeaderValue> getHeaderVariable(const AcDbDatabase& db, std::wstrin
         db.handseed().getIntoAsciiBuffer(buffer, 32);
         return HeaderValue(std::wstring(buffer));
     }
-    if (!findSpec(key)) return std::nullopt;
-    HeaderValue v = slot(db, findSpec(key)->name);
+    const VariableEntry* entry = findVariable(key);
+    if (!entry) return std::nullopt;
+    HeaderValue v = slot(db, entry->name);
     if (auto* id = std::get_if<AcDbObjectId>(&v)) v = recordName(*id);
     return v;
 }
@@ -175,10 +176,10 @@ std::optional<HeaderValue> getHeaderVariable(const AcDbDatabase& db, std::wstrin
 Acad::ErrorStatus setHeaderVariable(AcDbDatabase& db, std::wstring_view name,
                                     const HeaderValue& value) {
     std::wstring key = plainName(name);
-    const VariableSpec* spec = findSpec(key);
-    if (!spec) return Acad::eKeyNotFound;
-    HeaderValue& target = slot(db, spec->name);
-    if (std::holds_alternative<AcDbObjectId>(spec->initial)) {
+    const VariableEntry* entry = findVariable(key);
+    if (!entry) return Acad::eKeyNotFound;
+    HeaderValue& target = slot(db, entry->name);
+    if (std::holds_alternative<AcDbObjectId>(entry->initial)) {
         auto* text = std::get_if<std::wstring>(&value);
         if (!text) return Acad::eInvalidInput;
         auto* table = AcDbSymbolTable::cast(peekObject(tableOf(db, key)));
@@ -187,7 +188,7 @@ Acad::ErrorStatus setHeaderVariable(AcDbDatabase& db, std::wstring_view name,
         target = id;
         return Acad::eOk;
     }
-    if (std::holds_alternative<double>(spec->initial)) {
+    if (std::holds_alternative<double>(entry->initial)) {
         double v = 0;
         if (auto* i = std::get_if<int>(&value)) v = *i;
         else if (auto* d = std::get_if<double>(&value)) v = *d;
@@ -196,14 +197,14 @@ Acad::ErrorStatus setHeaderVariable(AcDbDatabase& db, std::wstring_view name,
         target = v;
         return Acad::eOk;
     }
-    if (std::holds_alternative<int>(spec->initial)) {
+    if (std::holds_alternative<int>(entry->initial)) {
         auto* i = std::get_if<int>(&value);
         if (!i) return Acad::eInvalidInput;
         if (!acceptable(key, *i)) return Acad::eOutOfRange;
         target = *i;
         return Acad::eOk;
     }
-    if (value.index() != spec->initial.index()) return Acad::eInvalidInput;
+    if (value.index() != entry->initial.index()) return Acad::eInvalidInput;
     target = value;
     return Acad::eOk;
 }
