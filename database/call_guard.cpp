@@ -3,7 +3,7 @@
 
 #include "acdocman.h"
 #include "database/current_connection.h"
-#include "module/document_records.h"
+#include "database/document_records.h"
 
 namespace kelvo::database {
 namespace {

@@ -2,7 +2,7 @@
 // (runDatabaseCall) and, in its note-only form, when a drawing closes.
 //
 // The database connection is process-wide: the database that is open serves every
-// drawing. The per-document records (module/document_records.h) say which drawing
+// drawing. The per-document records (database/document_records.h) say which drawing
 // connected to which database. With several drawings open the guard keeps the
 // connection consistent with the drawing that is current, by these rules, in order:
 //

@@ -6,9 +6,9 @@
 #include "database/database_functions.h"
 #include "database/db_connection.h"
 #include "database/error_report.h"
-#include "module/arg_readers.h"
-#include "module/handler_guard.h"
-#include "module/value_list.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
+#include "bridge/value_list.h"
 
 namespace kelvo::database {
 namespace {

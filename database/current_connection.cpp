@@ -9,7 +9,7 @@
 #include "database/db_connection.h"
 #include "database/error_report.h"
 #include "database/repair.h"
-#include "module/document_records.h"
+#include "database/document_records.h"
 
 namespace kelvo::database {
 namespace {

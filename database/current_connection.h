@@ -14,7 +14,7 @@
 // -> open again [connectDatabase, or the per-call guard reconnecting a drawing's database]
 // -> none [dropCurrentConnection, at drawing close].
 //
-// The per-document records (module/document_records.h) say which drawing made which
+// The per-document records (database/document_records.h) say which drawing made which
 // connection: a successful connect stores the connection, path and read-only flag in the
 // record of the drawing that is current, and kv_close_db clears every record that holds
 // the current connection. database/call_guard.h uses them.

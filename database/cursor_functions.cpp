@@ -6,11 +6,11 @@
 #include "database/db_connection.h"
 #include "database/error_report.h"
 #include "database/record_lists.h"
-#include "module/arg_readers.h"
-#include "module/field_values.h"
-#include "module/handler_guard.h"
-#include "module/result_builder.h"
-#include "module/value_list.h"
+#include "bridge/arg_readers.h"
+#include "database/field_values.h"
+#include "bridge/handler_guard.h"
+#include "bridge/result_builder.h"
+#include "bridge/value_list.h"
 
 namespace kelvo::database {
 namespace {

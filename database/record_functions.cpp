@@ -6,8 +6,8 @@
 #include "database/db_connection.h"
 #include "database/error_report.h"
 #include "database/record_lists.h"
-#include "module/handler_guard.h"
-#include "module/value_list.h"
+#include "bridge/handler_guard.h"
+#include "bridge/value_list.h"
 
 namespace kelvo::database {
 namespace {

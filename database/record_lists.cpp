@@ -2,7 +2,7 @@
 #include "database/record_lists.h"
 
 #include "adslib.h"
-#include "module/field_values.h"
+#include "database/field_values.h"
 
 namespace kelvo::database {
 namespace {

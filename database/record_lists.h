@@ -3,7 +3,7 @@
 // A record travels from the connection as a flat array of variants, field name and value
 // alternating ([name0, value0, name1, value1 ...]), and reaches LISP as a record list:
 // ((name0 . value0) (name1 . value1) ...), each pair list-begin, name, dot, value,
-// list-end, values converted as module/field_values.h says (the "s_" rule included).
+// list-end, values converted as database/field_values.h says (the "s_" rule included).
 // A result set reaches LISP as a list of record lists, one for each row, built as the
 // connection hands the rows over.
 //

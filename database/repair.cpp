@@ -2,7 +2,7 @@
 #include "database/repair.h"
 
 #include "adslib.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 namespace kelvo::database {
 

@@ -11,10 +11,10 @@
 #include "database/error_report.h"
 #include "database/record_lists.h"
 #include "host_ui.h"
-#include "module/arg_readers.h"
-#include "module/handler_guard.h"
-#include "module/result_builder.h"
-#include "module/value_list.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
+#include "bridge/result_builder.h"
+#include "bridge/value_list.h"
 
 namespace kelvo::database {
 namespace {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "adsdef.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 namespace kelvo::database {
 

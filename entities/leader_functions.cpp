@@ -12,10 +12,10 @@
 #include "entities/drawing_scale.h"
 #include "entities/tv_leader.h"
 #include "host_ui.h"
-#include "module/arg_readers.h"
-#include "module/handler_guard.h"
-#include "module/result_builder.h"
-#include "module/value_list.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
+#include "bridge/result_builder.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 namespace {

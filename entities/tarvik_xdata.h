@@ -9,7 +9,7 @@
 
 #include "acdb.h"
 #include "dbid.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 class AcDbDatabase;
 

@@ -8,10 +8,10 @@
 #include "adslib.h"
 #include "entities/tarvik_xdata.h"
 #include "entities/xdata_types.h"
-#include "module/arg_readers.h"
-#include "module/handler_guard.h"
-#include "module/result_builder.h"
-#include "module/value_list.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
+#include "bridge/result_builder.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 namespace {

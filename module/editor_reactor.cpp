@@ -6,7 +6,7 @@
 
 #include "acdocman.h"
 #include "database/current_connection.h"
-#include "module/document_records.h"
+#include "database/document_records.h"
 
 kvEditorReactor::~kvEditorReactor() = default;
 

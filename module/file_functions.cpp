@@ -2,12 +2,12 @@
 #include "module/file_functions.h"
 
 #include "adslib.h"
-#include "module/arg_readers.h"
+#include "bridge/arg_readers.h"
 #include "module/file_operations.h"
-#include "module/handler_guard.h"
-#include "module/result_builder.h"
+#include "bridge/handler_guard.h"
+#include "bridge/result_builder.h"
 #include "utf8.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 namespace {

@@ -11,11 +11,11 @@
 #include <string>
 
 #include "adslib.h"
-#include "module/arg_readers.h"
-#include "module/handler_guard.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
 #include "module/random_numbers.h"
 #include "utf8.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 namespace {

@@ -5,11 +5,12 @@
 
 #include "acdocman.h"
 #include "adslib.h"
+#include "bridge/handler_guard.h"
 #include "database/call_guard.h"
 #include "database/current_connection.h"
+#include "database/document_records.h"
 #include "entities/tv_leader_class.h"
 #include "module/dao_start.h"
-#include "module/document_records.h"
 #include "module/editor_reactor.h"
 #include "module/function_tables.h"
 #include "module/random_numbers.h"
@@ -44,10 +45,12 @@ AcRx::AppRetCode startModule(void* pkt) {
     acrxRegisterAppMDIAware(pkt);
     registerTvLeaderClass();
     acrxBuildClassHierarchy();
+    setDatabaseCallGuard(database::checkCurrentDocument);
     return AcRx::kRetOK;
 }
 
 AcRx::AppRetCode stopModule() {
+    setDatabaseCallGuard(nullptr);
     unregisterTvLeaderClass();
     database::deleteAllConnections();
     stopDao();

@@ -6,10 +6,10 @@
 
 #include "adslib.h"
 #include "host_ui.h"
-#include "module/arg_readers.h"
-#include "module/handler_guard.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
 #include "module/random_numbers.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 namespace {

@@ -3,8 +3,8 @@
 
 #include "adslib.h"
 #include "module/function_tables.h"
-#include "module/handler_guard.h"
-#include "module/value_list.h"
+#include "bridge/handler_guard.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 namespace {

@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "database/record_lists.h"
-#include "module/field_values.h"
+#include "database/field_values.h"
 #include "module_test_support.h"
 
 namespace kelvo::database {

@@ -9,7 +9,7 @@
 #include "dbmain.h"
 #include "database/current_connection.h"
 #include "database/database_functions.h"
-#include "module/document_records.h"
+#include "database/document_records.h"
 #include "module/editor_reactor.h"
 #include "module_test_support.h"
 

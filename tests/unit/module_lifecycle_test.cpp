@@ -12,7 +12,7 @@
 #include "entities/tv_leader_class.h"
 #include "host_ui.h"
 #include "module/dao_start.h"
-#include "module/document_records.h"
+#include "database/document_records.h"
 #include "module/editor_reactor.h"
 #include "module/function_tables.h"
 #include "module/lifecycle.h"

@@ -10,7 +10,7 @@
 
 #include "adslib.h"
 #include "host_ui.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 #include "runtime/host.h"
 #include "runtime/ui_backend.h"
 

@@ -1,5 +1,5 @@
 // Conversions between database field values and LISP values.
-#include "module/field_values.h"
+#include "database/field_values.h"
 
 #include <cmath>
 

@@ -5,9 +5,9 @@
 #include <stdexcept>
 
 #include "afx.h"
-#include "module/arg_readers.h"
-#include "module/handler_guard.h"
-#include "module/value_list.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
+#include "bridge/value_list.h"
 #include "module_test_support.h"
 
 namespace kelvo {

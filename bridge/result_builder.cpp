@@ -1,5 +1,5 @@
 // List results grown at the tail, and the single-value result rules.
-#include "module/result_builder.h"
+#include "bridge/result_builder.h"
 
 #include <new>
 

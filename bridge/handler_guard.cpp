@@ -1,12 +1,13 @@
-// The handler guard and the two callback paths (general and database).
-#include "module/handler_guard.h"
+// The handler guard and the two callback paths (general and database table).
+#include "bridge/handler_guard.h"
 
 #include "adslib.h"
 #include "afx.h"
-#include "database/call_guard.h"
 
 namespace kelvo {
 namespace {
+
+CallGuard databaseCallGuard = nullptr;
 
 void printMessage(const ACHAR* message) {
     acutPrintf(L"%s", message);
@@ -46,8 +47,12 @@ int runGuarded(InnerHandler handler) {
     }
 }
 
+void setDatabaseCallGuard(CallGuard guard) {
+    databaseCallGuard = guard;
+}
+
 int runDatabaseCall(InnerHandler handler) {
-    database::checkCurrentDocument();
+    if (databaseCallGuard != nullptr) databaseCallGuard();
     return runGuarded(handler);
 }
 

@@ -2,7 +2,7 @@
 // cursor on success and on failure.
 #include <gtest/gtest.h>
 
-#include "module/arg_readers.h"
+#include "bridge/arg_readers.h"
 #include "module_test_support.h"
 
 namespace kelvo {

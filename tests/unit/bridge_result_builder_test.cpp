@@ -1,9 +1,9 @@
 // The result builders as LISP sees their results.
 #include <gtest/gtest.h>
 
-#include "module/handler_guard.h"
-#include "module/result_builder.h"
-#include "module/value_list.h"
+#include "bridge/handler_guard.h"
+#include "bridge/result_builder.h"
+#include "bridge/value_list.h"
 #include "module_test_support.h"
 
 namespace kelvo {

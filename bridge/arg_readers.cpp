@@ -1,5 +1,5 @@
 // The argument readers over host value lists.
-#include "module/arg_readers.h"
+#include "bridge/arg_readers.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // The text rule of database field values: trimmed, except under "s_" names.
 #include <gtest/gtest.h>
 
-#include "module/field_values.h"
+#include "database/field_values.h"
 
 namespace kelvo {
 namespace {

@@ -1,5 +1,5 @@
 // Taking the argument list of an external call.
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "adsdef.h"
 #include "dbid.h"
-#include "module/value_list.h"
+#include "bridge/value_list.h"
 
 namespace kelvo {
 

@@ -1,5 +1,5 @@
 // The per-document records.
-#include "module/document_records.h"
+#include "database/document_records.h"
 
 #include <new>
 

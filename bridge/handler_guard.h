@@ -21,7 +21,13 @@ using InnerHandler = int (*)();
 // "\nGeneral Exception" and travels on; anything else prints "\nError" and travels on.
 int runGuarded(InnerHandler handler);
 
-// The callback body of a database (kv_) function: the database layer's per-call guard,
+// The per-call guard that runs before every function of the database table. The bridge
+// knows nothing of connections: the module installs the database layer's guard when it
+// starts and removes it when it stops.
+using CallGuard = void (*)();
+void setDatabaseCallGuard(CallGuard guard);
+
+// The callback body of a database-table (kv_) function: the installed per-call guard,
 // then runGuarded.
 int runDatabaseCall(InnerHandler handler);
 
