@@ -1,14 +1,13 @@
 // kv_connect, kv_create_db, kv_close_db, kv_mdb, kv_current_table, kv_current_index,
 // kv_readonly and kv_exist.
 #include "adslib.h"
-#include "database/call_guard.h"
+#include "bridge/arg_readers.h"
+#include "bridge/handler_guard.h"
+#include "bridge/value_list.h"
 #include "database/current_connection.h"
 #include "database/database_functions.h"
 #include "database/db_connection.h"
 #include "database/error_report.h"
-#include "bridge/arg_readers.h"
-#include "bridge/handler_guard.h"
-#include "bridge/value_list.h"
 
 namespace kelvo::database {
 namespace {
@@ -106,10 +105,8 @@ int existHandler() {
 
 }  // namespace
 
-// kv_connect replaces the connection itself: the guard only notes the drawing.
 int kvConnect() {
-    noteCurrentDocument();
-    return runGuarded(connectHandler);
+    return runDatabaseCall(connectHandler);
 }
 int kvCreateDb() {
     return runDatabaseCall(createDbHandler);

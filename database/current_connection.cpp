@@ -2,21 +2,25 @@
 #include "database/current_connection.h"
 
 #include <cwctype>
+#include <filesystem>
+#include <list>
 #include <memory>
-#include <vector>
+#include <system_error>
 
 #include "database/database_search.h"
 #include "database/db_connection.h"
+#include "database/document_records.h"
 #include "database/error_report.h"
 #include "database/repair.h"
-#include "database/document_records.h"
+#include "utf8.h"
 
 namespace kelvo::database {
 namespace {
 
 struct DbInfo {
     std::unique_ptr<CDBConnection> connection;
-    std::wstring path;  // the database's full path when it was opened
+    std::wstring path;  // the database's path while it is open; emptied when it is closed
+    std::wstring file;  // the full name of the file it opened, kept to reuse the object
     bool readOnly = false;
 };
 
@@ -24,7 +28,7 @@ struct State {
     CDBConnection* current = nullptr;
     std::wstring path;
     VARIANT_BOOL readOnly = VARIANT_FALSE;
-    std::vector<DbInfo> records;
+    std::list<DbInfo> records;  // a list: a record stays put while the repair runs LISP
 };
 
 State& state() {
@@ -38,10 +42,35 @@ std::wstring comparable(const std::wstring& path) {
     return text;
 }
 
-// The record of the database that `path` names, or null.
-DbInfo* findRecord(const std::wstring& path) {
+// The record whose database `path` names by the same-database test: only an open
+// database matches, so a closed one is never reopened in place of the file `path` names.
+DbInfo* findOpenRecord(const std::wstring& path) {
     for (DbInfo& record : state().records) {
-        if (pathNamesDatabase(path, record.path)) return &record;
+        if (!record.path.empty() && isSameDatabase(record.connection.get(), path)) return &record;
+    }
+    return nullptr;
+}
+
+// A file's full, normalised name, so that one file found by several paths is one file.
+std::wstring fullFileName(const std::wstring& file) {
+    std::error_code error;
+    const std::filesystem::path full = std::filesystem::absolute(toUtf8(file), error);
+    return error ? file : fromUtf8(full.lexically_normal().string());
+}
+
+// The record last opened from this file, whose connection object serves it again (the
+// drawings that connected to the file hold that object).
+DbInfo* findRecordOfFile(const std::wstring& fullName) {
+    const std::wstring wanted = comparable(fullName);
+    for (DbInfo& record : state().records) {
+        if (comparable(record.file) == wanted) return &record;
+    }
+    return nullptr;
+}
+
+DbInfo* findRecordOf(const CDBConnection* connection) {
+    for (DbInfo& record : state().records) {
+        if (record.connection.get() == connection) return &record;
     }
     return nullptr;
 }
@@ -51,6 +80,15 @@ void makeCurrent(DbInfo& record) {
     s.current = record.connection.get();
     s.path = record.path;
     s.readOnly = record.readOnly ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+// Closes the current database and empties its record's path (the object stays).
+void closeCurrent() {
+    State& s = state();
+    if (s.current == nullptr) return;
+    s.current->close();
+    s.path.clear();
+    if (DbInfo* record = findRecordOf(s.current)) record->path.clear();
 }
 
 // The open database already answers the request: same file, same access.
@@ -63,7 +101,7 @@ bool alreadyConnected(const std::wstring& path, bool readOnly) {
 // Notes in the current drawing's record that it uses the current connection.
 void noteInCurrentDocument() {
     const State& s = state();
-    if (DocumentRecord* record = documentRecords().find(currentDocumentFileName())) {
+    if (DocumentRecord* record = documentRecords().findCurrent()) {
         record->connection = s.current;
         record->secondText = s.path;
         record->flag = s.readOnly != VARIANT_FALSE;
@@ -106,32 +144,35 @@ bool isSameDatabase(const CDBConnection* connection, const std::wstring& path) {
 
 ConnectResult connectDatabase(const std::wstring& path, bool readOnly) {
     State& s = state();
-    CDBConnection* previous = s.current;
-    DbInfo* known = findRecord(path);
-    if (known != nullptr && !isSameDatabase(previous, path)) makeCurrent(*known);
+    // An open database that the path names is made current again.
+    if (DbInfo* open = findOpenRecord(path);
+        open != nullptr && open->connection.get() != s.current) {
+        closeCurrent();
+        makeCurrent(*open);
+    }
     if (alreadyConnected(path, readOnly)) {
         noteInCurrentDocument();
         return ConnectResult::kConnected;
     }
-    if (previous != nullptr) previous->close();
-    if (s.current != nullptr) s.current->close();
-    s.path.clear();
+    closeCurrent();
 
+    // The file the path names, as given or along the support folders.
+    const std::wstring file = findDatabaseFile(path);
+    const std::wstring fullName = fullFileName(file);
+    DbInfo* known = findRecordOfFile(fullName);
     std::unique_ptr<CDBConnection> made;
     CDBConnection* connection = known != nullptr ? known->connection.get() : nullptr;
     if (connection == nullptr) {
         made = std::make_unique<CDBConnection>();
         connection = made.get();
     }
-    // A known database is reopened where it was found before.
-    const std::wstring file = known != nullptr ? known->path : findDatabaseFile(path);
     const std::wstring status = openWithRepair(*connection, file, readOnly);
     if (status.empty() || status == CDBConnection::kRepair) {
         reportError(connection);
         return ConnectResult::kFailed;
     }
     if (made != nullptr) {
-        s.records.push_back({std::move(made), status, readOnly});
+        s.records.push_back({std::move(made), {}, fullName, readOnly});
         known = &s.records.back();
     }
     known->path = status;
@@ -144,8 +185,7 @@ ConnectResult connectDatabase(const std::wstring& path, bool readOnly) {
 void closeCurrentDatabase() {
     State& s = state();
     if (s.current == nullptr) return;
-    s.current->close();
-    s.path.clear();
+    closeCurrent();
     for (DocumentRecord& record : documentRecords().records()) {
         if (record.connection != s.current) continue;
         record.connection = nullptr;
@@ -160,7 +200,7 @@ bool isCurrentConnection(const CDBConnection* connection) {
 void dropCurrentConnection() {
     State& s = state();
     if (s.current == nullptr) return;
-    s.current->close();
+    closeCurrent();
     s.current = nullptr;
     s.path.clear();
     s.readOnly = VARIANT_FALSE;

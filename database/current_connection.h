@@ -6,9 +6,14 @@
 //   - the stored path and read-only value (0 read-write, -1 read-only) of the current
 //     database: set by a successful connect, emptied by kv_close_db;
 //   - the DB_INFO list: one record per database file connected in this session (its
-//     connection object, full path and read-only flag). A later connect to the same file
-//     reuses the record's connection object; the list owns the objects and deletes them
-//     at module unload. At most one connection is open at a time: the current one.
+//     connection object, its path while open, the file it was opened from and the
+//     read-only flag). A connect whose path names the open database (the same-database
+//     test) makes its record current again; closing a database (kv_close_db, or a
+//     connect to another) empties its record's path, so a closed database is never
+//     taken for the file a later path names: that path is looked up. A later connect
+//     to the same file reuses the record's connection object; the list owns the objects
+//     and deletes them at module unload. At most one connection is open at a time: the
+//     current one.
 //
 // Connection states: none -> open [connectDatabase] -> closed [closeCurrentDatabase]
 // -> open again [connectDatabase, or the per-call guard reconnecting a drawing's database]
@@ -47,16 +52,16 @@ enum class ConnectResult {
     kFailed      // reported on the command line; nothing is open
 };
 
-// Connects the process to the database file at `path` (searched along ACADPREFIX when
-// not found as given), read-write or read-only. Reuses the open database when it is the
-// same file in the same access (its open tables survive); otherwise closes the current
-// database and opens the file, going through the repair ("compactDatabase") once when
-// the file is damaged. A failure is reported once.
+// Connects the process to the database file at `path`, read-write or read-only. Reuses
+// the open database when `path` names it (the same-database test) in the same access
+// (its open tables survive); otherwise closes the current database, looks the file up
+// (as given, then along ACADPREFIX) and opens it, going through the repair
+// ("compactDatabase") once when the file is damaged. A failure is reported once.
 ConnectResult connectDatabase(const std::wstring& path, bool readOnly);
 
 // The inner work of kv_close_db: closes the current connection's tables and database,
-// empties the stored path and clears the connection of every per-document record that
-// holds it (the head record included). The connection object stays for later use.
+// empties the stored path and its DB_INFO record's path, and clears the connection of
+// every per-document record that holds it. The connection object stays for later use.
 // Does nothing when there is no current connection.
 void closeCurrentDatabase();
 

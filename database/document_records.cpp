@@ -20,9 +20,13 @@ void releaseConnection(DocumentRecord& record) {
 
 }  // namespace
 
-std::wstring currentDocumentFileName() {
+const AcApDocument* currentDocument() {
     AcApDocManager* manager = acDocManagerPtr();
-    AcApDocument* document = manager != nullptr ? manager->curDocument() : nullptr;
+    return manager != nullptr ? manager->curDocument() : nullptr;
+}
+
+std::wstring currentDocumentFileName() {
+    const AcApDocument* document = currentDocument();
     const ACHAR* name = document != nullptr ? document->fileName() : nullptr;
     return name != nullptr ? name : L"";
 }
@@ -30,7 +34,11 @@ std::wstring currentDocumentFileName() {
 bool DocumentRecords::addForCurrentDocument() {
     try {
         DocumentRecord record;
+        record.document = currentDocument();
         record.documentFileName = currentDocumentFileName();
+        // A drawing that opens now cannot be one an older record still follows: that
+        // record's drawing has closed and its document's place was taken.
+        forget(record.document);
         records_.push_back(std::move(record));
         return true;
     } catch (const std::bad_alloc&) {
@@ -43,11 +51,23 @@ DocumentRecord& DocumentRecords::head() {
     return records_.front();
 }
 
-DocumentRecord* DocumentRecords::find(const std::wstring& documentFileName) {
+DocumentRecord* DocumentRecords::find(const AcApDocument* document) {
+    if (document == nullptr) return nullptr;
     for (DocumentRecord& record : records_) {
-        if (record.documentFileName == documentFileName) return &record;
+        if (record.document == document) return &record;
     }
     return nullptr;
+}
+
+DocumentRecord* DocumentRecords::findCurrent() {
+    return find(currentDocument());
+}
+
+void DocumentRecords::forget(const AcApDocument* document) {
+    if (document == nullptr) return;
+    for (DocumentRecord& record : records_) {
+        if (record.document == document) record.document = nullptr;
+    }
 }
 
 void DocumentRecords::dropHead() {

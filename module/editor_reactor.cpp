@@ -11,17 +11,21 @@
 kvEditorReactor::~kvEditorReactor() = default;
 
 // The head record is compared, by design not the saved document's own record: with
-// several drawings open it is the first drawing's record that decides.
+// several drawings open it is the first drawing's record that decides. The saved
+// document's own record (found by the document, whatever it was called) takes the name.
 void kvEditorReactor::saveComplete(AcDbDatabase* db, const ACHAR* actualName) {
     AcApDocManager* manager = acDocManagerPtr();
     AcApDocument* document = manager != nullptr ? manager->curDocument() : nullptr;
     if (document == nullptr || db != document->database()) return;
     kelvo::DocumentRecords& records = kelvo::documentRecords();
     if (records.empty()) return;
+    const std::wstring savedName(actualName != nullptr ? actualName : L"");
     const kelvo::DocumentRecord& head = records.head();
-    if (head.documentFileName == std::wstring(actualName != nullptr ? actualName : L"")) return;
-    if (kelvo::database::isCurrentConnection(head.connection))
+    if (head.documentFileName != savedName && kelvo::database::isCurrentConnection(head.connection))
         kelvo::database::closeCurrentDatabase();
+    // The saved drawing is now called by that name: its next save under it keeps what
+    // it connects to from here on.
+    if (kelvo::DocumentRecord* own = records.find(document)) own->documentFileName = savedName;
 }
 
 namespace kelvo {

@@ -68,8 +68,9 @@ AcRx::AppRetCode openDrawing() {
 }
 
 AcRx::AppRetCode closeDrawing() {
-    database::noteCurrentDocument();
+    database::checkCurrentDocument();
     database::dropCurrentConnection();
+    documentRecords().forget(currentDocument());
     documentRecords().dropHead();
     if (closingLastDocument()) documentRecords().clear();
     return AcRx::kRetOK;

@@ -80,6 +80,27 @@ TEST(DatabaseConnection, TwentyConflictsEndTheRetry) {
     EXPECT_EQ(locked.calls, kMaxLockAttempts);
 }
 
+TEST(DatabaseConnection, ErrorReportPrintsEachCodeAsItsOwnText) {
+    test::CapturedOutput printed;
+    recordAndPrintError(dao::kDiskOrNetwork, L"Disk or network error.");
+    // The two texts follow each other with nothing between them.
+    EXPECT_EQ(printed.text(),
+              L"\nA disk or network error occurred while trying to access the database."
+              L"Try the command again. If it continues to not work, try restarting AutoCAD. If "
+              L"that does not fix the error, try restarting your computer.");
+    EXPECT_EQ(lastErrorText(), L"(3043) Disk or network error.");
+
+    test::CapturedOutput quiet;
+    recordAndPrintError(dao::kNoCurrentRecord, L"No current record.");
+    EXPECT_EQ(quiet.text(), L"");
+    EXPECT_EQ(lastErrorText(), L"(3021) No current record.");
+
+    test::CapturedOutput other;
+    recordAndPrintError(dao::kDuplicateKey, L"Duplicate.");
+    EXPECT_EQ(other.text(), L"\nKelvo Error: Duplicate.");
+    resetLastErrorText();
+}
+
 class DatabaseFiles : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -117,6 +138,25 @@ TEST_F(DatabaseFiles, OpenAnswersNameRepairOrNothing) {
     EXPECT_EQ(connection.open(path("missing.mdb"), false), L"");
     connection.lastError(code, text);
     EXPECT_EQ(code, dao::kFileNotFound);
+}
+
+TEST_F(DatabaseFiles, AClosedDatabaseIsNeverTakenForTheFileAPathNames) {
+    fs::create_directories(folder_ / "data");
+    CDBConnection maker;
+    ASSERT_TRUE(maker.create(path("data/plant.mdb")));
+    const auto connect = [](const std::wstring& file) {
+        return test::call(kvConnect, test::texts({file.c_str()}));
+    };
+    ASSERT_EQ(connect(path("data/plant.mdb")).result, L"T");
+    EXPECT_EQ(connect(L"lant.mdb").result, L"T");  // a part of the open database's path
+    EXPECT_EQ(currentPath(), path("data/plant.mdb"));
+    test::call(kvCloseDb);
+    const auto missing = connect(L"lant.mdb");
+    EXPECT_EQ(missing.result, L"nil");
+    EXPECT_NE(missing.printed.find(L"Could not find file"), std::wstring::npos);
+    EXPECT_EQ(currentPath(), L"");
+    ASSERT_EQ(connect(path("data/plant.mdb")).result, L"T");  // the same object again
+    deleteAllConnections();
 }
 
 TEST_F(DatabaseFiles, ReadOnlyDatabaseRefusesWritesWithoutRunningThem) {
