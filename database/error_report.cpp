@@ -17,8 +17,11 @@ std::wstring& lastError() {
 void printError(long code, const std::wstring& message) {
     if (code == dao::kNoCurrentRecord) return;
     if (code == dao::kDiskOrNetwork) {
-        acutPrintf(L"%s\n%s",
-                   L"\nA disk or network error occurred while trying to access the database.",
+        // Two texts, printed one after the other as they are: the second starts on the
+        // line the first ends on.
+        acutPrintf(L"%s",
+                   L"\nA disk or network error occurred while trying to access the database.");
+        acutPrintf(L"%s",
                    L"Try the command again. If it continues to not work, try restarting "
                    L"AutoCAD. If that does not fix the error, try restarting your computer.");
         return;
