@@ -126,7 +126,7 @@ int seekHandler() {
             }
             break;
         case RTLB:
-            if (!readKeyList(args.cursor(), keys)) return kArgOk;
+            if (!readKeyList(args.cursor(), keys)) return kWrongArgType;
             break;
         default:
             keys.emplace_back();

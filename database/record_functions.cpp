@@ -22,7 +22,8 @@ template <typename Write>
 int writeRecord(const resbuf* list, Write&& write) {
     if (list == nullptr) return kWrongArgType;
     VariantArray pairs, written;
-    if (!recordFromLisp(list, pairs)) return kArgOk;
+    // A pair without a text name, or a value that does not convert: nothing is written.
+    if (!recordFromLisp(list, pairs)) return kWrongArgType;
     if (write(pairs, written)) {
         returnRecord(written);
     } else {
