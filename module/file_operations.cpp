@@ -3,7 +3,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <fnmatch.h>
 #include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -70,7 +69,51 @@ std::pair<std::string, std::string> splitPattern(const std::string& pattern) {
     return {folder, pattern.substr(slash + 1)};
 }
 
+// Whether `name` matches `pattern` character by character: "*" stands for any run of
+// characters, "?" for exactly one (a whole UTF-8 sequence), everything else for itself.
+// "[" is an ordinary character.
+bool matchesLiterally(std::string_view pattern, std::string_view name) {
+    // reached[i * (n + 1) + j]: the first i pattern bytes can match the first j name bytes.
+    const std::size_t n = name.size();
+    std::vector<char> reached((pattern.size() + 1) * (n + 1), 0);
+    auto at = [&](std::size_t i, std::size_t j) -> char& { return reached[i * (n + 1) + j]; };
+    auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+    at(0, 0) = 1;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        for (std::size_t j = 0; j <= n; ++j) {
+            if (!at(i, j)) continue;
+            const char p = pattern[i];
+            if (p == '*') {
+                for (std::size_t k = j; k <= n; ++k) at(i + 1, k) = 1;
+                break;
+            }
+            if (j == n) continue;
+            if (p == '?') {
+                std::size_t k = j + 1;
+                while (k < n && isContinuation(name[k])) ++k;
+                at(i + 1, k) = 1;
+            } else if (p == name[j]) {
+                at(i + 1, j + 1) = 1;
+            }
+        }
+    }
+    return at(pattern.size(), n) != 0;
+}
+
 }  // namespace
+
+bool matchesFilePattern(std::string_view pattern, std::string_view name) {
+    if (matchesLiterally(pattern, name)) return true;
+    // A pattern ending in ".*" also takes names without an extension ("*.*" takes all).
+    if (pattern.size() >= 2 && pattern.substr(pattern.size() - 2) == ".*") {
+        return matchesLiterally(pattern.substr(0, pattern.size() - 2), name);
+    }
+    // A pattern ending in "." asks for names without an extension ("*." lists them).
+    if (!pattern.empty() && pattern.back() == '.' && name.find('.') == std::string_view::npos) {
+        return matchesLiterally(pattern.substr(0, pattern.size() - 1), name);
+    }
+    return false;
+}
 
 bool makeFolder(const std::string& path) {
     return ::mkdir(path.c_str(), 0777) == 0;
@@ -117,14 +160,13 @@ bool moveFile(const std::string& source, const std::string& destination) {
 }
 
 std::vector<std::string> listMatchingNames(const std::string& pattern) {
-    auto [folder, namePattern] = splitPattern(pattern);
-    if (namePattern == "*.*") namePattern = "*";
+    const auto [folder, namePattern] = splitPattern(pattern);
     std::vector<std::string> names;
     if (namePattern.empty()) return names;
     const std::unique_ptr<DIR, DirCloser> dir(::opendir(folder.c_str()));
     if (!dir) return names;
     while (const dirent* entry = ::readdir(dir.get())) {
-        if (::fnmatch(namePattern.c_str(), entry->d_name, FNM_NOESCAPE) == 0) {
+        if (matchesFilePattern(namePattern, entry->d_name)) {
             names.emplace_back(entry->d_name);
         }
     }

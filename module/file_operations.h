@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kelvo {
@@ -19,8 +20,15 @@ bool copyFileIfNewer(const std::string& source, const std::string& destination);
 // copied and then deleted when the destination is on another file system.
 bool moveFile(const std::string& source, const std::string& destination);
 
+// Whether a file name matches a pattern of the system's file search: "*" any run of
+// characters, "?" exactly one, every other character itself ("[" included, compared with
+// case); a pattern ending in ".*" also takes names without an extension, so "*.*" takes
+// every name, and one ending in "." asks for names without an extension ("*." lists
+// "." and ".." too, as they end in a dot).
+bool matchesFilePattern(std::string_view pattern, std::string_view name);
+
 // The names (no folder part) of the entries matching `pattern`, whose last component
-// may hold the wildcards * and ? (and "*.*" means every name). The entries "." and ".."
+// may hold the wildcards of matchesFilePattern. The entries "." and ".."
 // and folders are included when they match. Sorted by name (byte order), so that the
 // answer does not depend on the order in which the file system stores entries.
 // Empty when the folder cannot be read or nothing matches.

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "module/file_functions.h"
+#include "module/file_operations.h"
 #include "module_test_support.h"
 
 namespace kelvo {
@@ -88,6 +89,34 @@ TEST_F(FileFunctions, DirectoryListingIncludesDotEntriesAndFolders) {
     EXPECT_EQ(call(kvFdir, list(RTSTR, path("?.txt").c_str())).result, L"(\"c.txt\")");
     EXPECT_EQ(call(kvFdir, list(RTSTR, path("*.*").c_str())).result,
               call(kvFdir, list(RTSTR, path("*").c_str())).result);
+}
+
+TEST_F(FileFunctions, DirectoryPatternsKnowOnlyStarAndQuestionMark) {
+    write("a1.txt", "");
+    write("a[1].txt", "");
+    write("README", "");
+    write("notes.", "");
+    fs::create_directory(folder_ / "sub");
+    // Brackets are ordinary characters, not a character class.
+    EXPECT_EQ(call(kvFdir, list(RTSTR, path("a[1].txt").c_str())).result, L"(\"a[1].txt\")");
+    EXPECT_EQ(call(kvFdir, list(RTSTR, path("a[0-9].txt").c_str())).result, L"nil");
+    // "*." lists the names without an extension.
+    EXPECT_EQ(call(kvFdir, list(RTSTR, path("*.").c_str())).result,
+              L"(\".\" \"..\" \"README\" \"notes.\" \"sub\")");
+    EXPECT_EQ(call(kvFdir, list(RTSTR, path("R*.").c_str())).result, L"(\"README\")");
+    // A trailing ".*" also takes names without an extension.
+    EXPECT_EQ(call(kvFdir, list(RTSTR, path("RE*.*").c_str())).result, L"(\"README\")");
+}
+
+TEST(FilePatterns, QuestionMarkIsOneCharacter) {
+    EXPECT_TRUE(matchesFilePattern("?.txt", "\xC3\xA9.txt"));  // one character, two bytes
+    EXPECT_FALSE(matchesFilePattern("?.txt", "ab.txt"));
+    EXPECT_FALSE(matchesFilePattern("?.txt", ".txt"));
+    EXPECT_TRUE(matchesFilePattern("*a*a*a*a*a*b", std::string(200, 'a') + "b"));
+    EXPECT_FALSE(matchesFilePattern("*a*a*a*a*a*b", std::string(200, 'a')));
+    EXPECT_FALSE(matchesFilePattern("*.", "plan.dwg"));
+    EXPECT_TRUE(matchesFilePattern("*.dwg", "plan.dwg"));
+    EXPECT_FALSE(matchesFilePattern("*.DWG", "plan.dwg"));  // names compare with case
 }
 
 TEST_F(FileFunctions, DirectoryListingGivesNilWhenNothingMatches) {
