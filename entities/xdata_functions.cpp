@@ -72,10 +72,10 @@ int xdputListHandler() {
         return kArgOk;
     }
     if (!readListBegin(args.cursor())) return kWrongArgType;
-    for (;;) {
-        if (readListEnd(args.cursor())) break;
-        std::wstring key;
-        if (!readText(args.cursor(), key)) return kWrongArgType;
+    // Keys and values until something other than a text comes where a key is expected
+    // (the list's end, as a rule): what was built so far is written.
+    std::wstring key;
+    while (readText(args.cursor(), key)) {
         if (readValue(args.cursor(), key, chain) == ValueKind::Refused) return kWrongArgType;
     }
     if (writeTarvikData(id, chain.get()) == Acad::eOk) acedRetT();

@@ -272,13 +272,24 @@ TEST_F(ExtendedData, AValueThatCannotBeStoredChangesNothing) {
     for (resbuf* bad : {acutBuildList(RTLB, RTSTR, L"A", RTT, RTLE, 0),
                         acutBuildList(RTLB, RTSTR, L"A", RT3DPOINT, p, RTLE, 0),
                         acutBuildList(RTLB, RTSTR, L"A", RTLB, RTSTR, L"x", RTLE, RTLE, 0),
-                        acutBuildList(RTLB, RTSTR, L"A", RTSTR, L"1", RTREAL, 2.0, RTLE, 0),
                         acutBuildList(RTSTR, L"A", RTSTR, L"1", 0)}) {
         const auto out = put(bad);
         EXPECT_EQ(out.result, L"nil");
         EXPECT_EQ(out.printed, L"\nWrong type of arguments passed.\n");
     }
     EXPECT_EQ(all(), L"((\"Keep\" . \"me\"))");
+}
+
+TEST_F(ExtendedData, ANonTextWhereAKeyIsExpectedWritesThePairsBeforeIt) {
+    put(acutBuildList(RTLB, RTSTR, L"Old", RTSTR, L"gone", RTLE, 0));
+    const auto out = put(acutBuildList(RTLB, RTSTR, L"A", RTSTR, L"1", RTREAL, 2.0, RTSTR, L"B",
+                                       RTSTR, L"never", RTLE, 0));
+    EXPECT_EQ(out.result, L"T");
+    EXPECT_EQ(out.printed, L"");
+    EXPECT_EQ(all(), L"((\"A\" . \"1\"))");
+    // Nothing before it: the application's values are cleared.
+    EXPECT_EQ(put(acutBuildList(RTLB, RTLONG, 5, RTSTR, L"C", RTSTR, L"x", RTLE, 0)).result, L"T");
+    EXPECT_EQ(all(), L"nil");
 }
 
 TEST_F(ExtendedData, AnEntityWithoutDataReadsNilAndTheApplicationIsRegisteredOnWrite) {
