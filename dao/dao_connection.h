@@ -64,6 +64,7 @@ public:
     // Cursors working on this connection; closing it detaches them.
     void attach(Cursor* cursor) { cursors_.insert(cursor); }
     void release(Cursor* cursor) { cursors_.erase(cursor); }
+    const std::set<Cursor*>& cursors() const { return cursors_; }
 
     long recordsAffected = 0;
     std::wstring connectString;

@@ -7,6 +7,7 @@
 
 #include "catalog.h"
 #include "dao_connection.h"
+#include "dao_cursor.h"
 #include "dao_errors.h"
 #include "jet_sql.h"
 #include "sqlite_errors.h"
@@ -33,6 +34,17 @@ void checkName(std::wstring_view name) {
         name.find(L'!') != std::wstring_view::npos || name.find(L'[') != std::wstring_view::npos ||
         name.find(L']') != std::wstring_view::npos || name.front() == L' ' || name.size() > 64)
         throwError(kInvalidName, {name});
+}
+
+// The engine cannot lock a table that a recordset has open, so its structure cannot
+// change while one does (3211).
+void requireNotInUse(const Connection& connection, const std::wstring& table) {
+    for (const Cursor* cursor : connection.cursors()) {
+        const TableSchema* schema = cursor->schema();
+        if (!cursor->detached() && schema != nullptr && sameName(schema->name, table)) {
+            throwError(kTableInUse, {table});
+        }
+    }
 }
 
 }  // namespace
@@ -229,6 +241,7 @@ void dropTable(Connection& connection, std::wstring_view table, long missingCode
     const TableSchema* schema = connection.schema(table);
     if (schema == nullptr) throwError(missingCode, {table});
     const std::wstring name = schema->name;
+    requireNotInUse(connection, name);
     WriteTransaction transaction(connection);
     exec(connection, "DROP TABLE " + quoteName(name));
     dropFromCatalog(connection, name, true);
@@ -240,6 +253,7 @@ void renameTable(Connection& connection, std::wstring_view from, std::wstring_vi
     checkName(to);
     const TableSchema old = existing(connection, from);
     if (!sameName(from, to) && connection.schema(to) != nullptr) throwError(kTableExists, {to});
+    requireNotInUse(connection, old.name);
     WriteTransaction transaction(connection);
     exec(connection, "ALTER TABLE " + quoteName(old.name) + " RENAME TO " + quoteName(to));
     renameInCatalog(connection, old.name, to);
@@ -258,6 +272,7 @@ void addField(Connection& connection, std::wstring_view table, FieldDef field) {
     checkField(field);
     const TableSchema old = existing(connection, table);
     if (old.fieldIndex(field.name) >= 0) throwError(kFieldDefinedTwice);
+    requireNotInUse(connection, old.name);
     TableDesign design = designOf(old);
     WriteTransaction transaction(connection);
     if (field.required || field.counter) {
@@ -282,6 +297,7 @@ void dropField(Connection& connection, std::wstring_view table, std::wstring_vie
         if (std::find(i.fields.begin(), i.fields.end(), index) != i.fields.end())
             throwError(kFieldInIndex);
     if (old.fields.size() == 1) throwError(kNoFieldDefined);
+    requireNotInUse(connection, old.name);
     TableDesign design = designOf(old);
     design.fields.erase(design.fields.begin() + index);
     WriteTransaction transaction(connection);
@@ -294,6 +310,7 @@ void alterField(Connection& connection, std::wstring_view table, FieldDef field)
     const TableSchema old = existing(connection, table);
     const int index = old.fieldIndex(field.name);
     if (index < 0) throwError(kItemNotFound);
+    requireNotInUse(connection, old.name);
     TableDesign design = designOf(old);
     design.fields[static_cast<std::size_t>(index)] = field;
     WriteTransaction transaction(connection);
@@ -306,6 +323,7 @@ void createIndex(Connection& connection, std::wstring_view table, IndexDesign in
     checkName(index.name);
     const TableSchema old = existing(connection, table);
     if (old.index(index.name) != nullptr) throwError(kIndexExists);
+    requireNotInUse(connection, old.name);
     TableDesign design = designOf(old);
     if (index.primary)
         for (const IndexDesign& i : design.indexes)
@@ -331,6 +349,7 @@ void dropIndex(Connection& connection, std::wstring_view table, std::wstring_vie
     const TableSchema old = existing(connection, table);
     const IndexSchema* found = old.index(index);
     if (found == nullptr) throwError(kItemNotFound);
+    requireNotInUse(connection, old.name);
     WriteTransaction transaction(connection);
     if (found->sqliteName.empty()) {
         TableDesign design = designOf(old);

@@ -128,6 +128,37 @@ TEST_F(DaoTableDef, RenameKeepsIndexesAndQueriesSeeTheNewName) {
     EXPECT_EQ(daoCode([&] { td.SetName(L"tblOther"); }), 3010);
 }
 
+// The engine cannot lock a table that a recordset has open: its structure stays as it is.
+TEST_F(DaoTableDef, StructureChangesWaitForTheTablesRecordsetsToClose) {
+    db_.Execute(L"CREATE TABLE tblOther (a LONG, b LONG)");
+    CDaoRecordset rs(&db_);
+    rs.Open(dbOpenTable, L"tblPart");
+    rs.MoveFirst();
+    const std::wstring inUse =
+        L"The database engine could not lock table 'tblPart' because it is already in use by "
+        L"another person or process.";
+    EXPECT_EQ(daotest::daoError([&] { db_.Execute(L"ALTER TABLE tblPart DROP COLUMN mNote"); }),
+              std::make_pair(3211L, inUse));
+    for (const wchar_t* sql : {L"ALTER TABLE TBLPART ADD COLUMN sMore TEXT(10)",
+                               L"ALTER TABLE tblPart ALTER COLUMN mNote TEXT(50)",
+                               L"CREATE INDEX ixPrice ON tblPart (dPrice)",
+                               L"DROP INDEX ixQty ON tblPart", L"DROP TABLE tblPart"}) {
+        EXPECT_EQ(daoCode([&] { db_.Execute(sql); }), 3211) << sql;
+    }
+    CDaoTableDef td(&db_);
+    td.Open(L"tblPart");
+    EXPECT_EQ(daoCode([&] { td.DeleteField(L"mNote"); }), 3211);
+    EXPECT_EQ(daoCode([&] { td.SetName(L"tblItem"); }), 3211);
+    td.Close();
+    EXPECT_EQ(fieldNames(L"tblPart").size(), 8u);
+    EXPECT_EQ(rs.GetFieldValue(L"sName").bstrVal, L"Valve");
+    // Other tables change freely, and this one once its recordset has closed.
+    db_.Execute(L"ALTER TABLE tblOther DROP COLUMN b");
+    rs.Close();
+    db_.Execute(L"ALTER TABLE tblPart DROP COLUMN mNote");
+    EXPECT_EQ(fieldNames(L"tblPart").size(), 7u);
+}
+
 }  // namespace
 
 namespace {
