@@ -34,16 +34,19 @@ AcDbObjectId idArgument(const Args& args, std::size_t i) {
 
 Value nameValue(AcDbObjectId id) { return id.isNull() ? Value() : Value::ename(id.asOldId()); }
 
-Value pointValue(const double* p) {
+Value pointValue(const double* p, bool in2d) {
+    if (in2d) return Value::list({Value::real(p[0]), Value::real(p[1])});
     return Value::list({Value::real(p[0]), Value::real(p[1]), Value::real(p[2])});
 }
 
-// One group as LISP shows it: (code . value), or (code x y z) for a point.
-Value groupValue(const resbuf* rb) {
+// One group as LISP shows it: (code . value), or (code x y z) for a point ((code x y)
+// when `in2d`).
+Value groupValue(const resbuf* rb, bool in2d = false) {
     Value code = Value::integer(rb->restype);
     switch (rbKindOf(rb->restype)) {
         case RbKind::Real: return Value::cons(code, Value::real(rb->resval.rreal));
-        case RbKind::Point: return Value::cons(code, pointValue(rb->resval.rpoint));
+        case RbKind::Point:
+            return Value::cons(code, pointValue(rb->resval.rpoint, in2d));
         case RbKind::Short: return Value::cons(code, Value::integer(rb->resval.rint));
         case RbKind::Long: return Value::cons(code, Value::integer(rb->resval.rlong));
         case RbKind::Int64: return Value::cons(code, Value::real(static_cast<double>(rb->resval.mnInt64)));
@@ -69,7 +72,8 @@ Value groupValue(const resbuf* rb) {
 Value chainValue(const resbuf* chain) {
     std::vector<Value> items;
     const resbuf* rb = chain;
-    for (; rb && rb->restype != AcDb::kDxfXDataStart; rb = rb->rbnext) items.push_back(groupValue(rb));
+    for (; rb && rb->restype != AcDb::kDxfXDataStart; rb = rb->rbnext)
+        items.push_back(groupValue(rb, drawing::listsPointsIn2d(chain, rb->restype)));
     if (rb) {
         std::vector<Value> apps;
         std::vector<Value> current;

@@ -2,10 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "acedads.h"
 #include "adslib.h"
 #include "dbapserv.h"
+#include "dbents.h"
 #include "dbmain.h"
+#include "dbpl.h"
+#include "dbsymtb.h"
+#include "runtime/drawing/entity_lists.h"
 #include "runtime/drawing/resbuf_chain.h"
 
 namespace {
@@ -65,6 +73,73 @@ TEST_F(WorkingDatabase, MakeReadWalkAndSelect) {
     EXPECT_EQ(acdbEntGet(first), nullptr);
     ASSERT_EQ(acdbEntNext(nullptr, first), RTNORM);
     EXPECT_EQ(first[0], second[0]);   // an erased entity is skipped
+}
+
+// The codes of the groups that follow (100 . "AcDbEntity"), up to the layer.
+std::vector<std::pair<int, std::wstring>> afterEntityMarker(const resbuf* list) {
+    std::vector<std::pair<int, std::wstring>> out;
+    while (list && !(list->restype == 100 && std::wstring(list->resval.rstring) == L"AcDbEntity"))
+        list = list->rbnext;
+    for (list = list ? list->rbnext : nullptr; list && list->restype != 8; list = list->rbnext)
+        out.emplace_back(list->restype, list->restype == 67 ? std::to_wstring(list->resval.rint)
+                                                            : std::wstring(list->resval.rstring));
+    return out;
+}
+
+// Appends a line to the block and answers its entity list.
+RbChain lineListIn(AcDbObjectId block) {
+    AcDbBlockTableRecord* record = nullptr;
+    EXPECT_EQ(acdbOpenObject(record, block, AcDb::kForWrite), Acad::eOk);
+    AcDbObjectId id;
+    auto* line = new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 1, 0));
+    EXPECT_EQ(record->appendAcDbEntity(id, line), Acad::eOk);
+    line->close();
+    record->close();
+    ads_name name{};
+    EXPECT_EQ(acdbGetAdsName(name, id), RTNORM);
+    return RbChain(acdbEntGet(name));
+}
+
+TEST_F(WorkingDatabase, ListsNameTheSpaceAndLayoutOfTheirEntity) {
+    using Groups = std::vector<std::pair<int, std::wstring>>;
+    EXPECT_EQ(afterEntityMarker(lineListIn(db.modelSpaceId()).get()),
+              (Groups{{67, L"0"}, {410, L"Model"}}));
+    EXPECT_EQ(afterEntityMarker(lineListIn(db.paperSpaceId()).get()),
+              (Groups{{67, L"1"}, {410, L"Layout1"}}));
+    // An entity of a block definition is in no layout.
+    AcDbBlockTable* table = nullptr;
+    ASSERT_EQ(db.getBlockTable(table, AcDb::kForWrite), Acad::eOk);
+    auto* block = new AcDbBlockTableRecord();
+    block->setName(L"TAG");
+    AcDbObjectId blockId;
+    ASSERT_EQ(table->add(blockId, block), Acad::eOk);
+    block->close();
+    table->close();
+    EXPECT_EQ(afterEntityMarker(lineListIn(blockId).get()), Groups{});
+}
+
+TEST_F(WorkingDatabase, PolylineListsGiveEveryVertexItsWidths) {
+    auto* pline = new AcDbPolyline();
+    pline->addVertexAt(0, AcGePoint2d(0, 0));
+    pline->addVertexAt(1, AcGePoint2d(4, 0), 0.5);
+    pline->setConstantWidth(0.25);
+    AcDbBlockTableRecord* space = nullptr;
+    ASSERT_EQ(acdbOpenObject(space, db.modelSpaceId(), AcDb::kForWrite), Acad::eOk);
+    AcDbObjectId id;
+    ASSERT_EQ(space->appendAcDbEntity(id, pline), Acad::eOk);
+    pline->close();
+    space->close();
+    ads_name name{};
+    ASSERT_EQ(acdbGetAdsName(name, id), RTNORM);
+    RbChain data(acdbEntGet(name));
+    std::vector<int> codes;
+    for (const resbuf* rb = group(data.get(), 43); rb && rb->restype != 210; rb = rb->rbnext)
+        codes.push_back(rb->restype);
+    EXPECT_EQ(codes, (std::vector<int>{43, 10, 40, 41, 42, 10, 40, 41, 42}));
+    EXPECT_EQ(group(data.get(), 40)->resval.rreal, 0.25);
+    EXPECT_EQ(group(data.get(), 43)->resval.rreal, 0.25);
+    EXPECT_TRUE(kelvo::drawing::listsPointsIn2d(data.get(), 10));
+    EXPECT_FALSE(kelvo::drawing::listsPointsIn2d(data.get(), 210));
 }
 
 TEST_F(WorkingDatabase, TablesAndApplications) {

@@ -62,7 +62,50 @@ bool appWanted(const std::wstring& app, const std::vector<std::wstring>& pattern
 
 resbuf* appendTo(resbuf*& head, resbuf*& tail, resbuf* node) { return appendNode(head, tail, node); }
 
+// The layout an entity is drawn in, as its list names it: "Model" for model space,
+// "Layout1" for paper space; empty for an entity of a block definition. Attributes and
+// vertices are in the layout of the entity they belong to.
+std::wstring layoutOf(const AcDbObject& object) {
+    AcDbObjectId owner = object.ownerId();
+    if (AcDbEntity::cast(peekObject(owner))) owner = peekObject(owner)->ownerId();
+    const AcDbDatabase* db = object.database();
+    if (db == nullptr || owner.isNull()) return {};
+    if (owner == db->modelSpaceId()) return L"Model";
+    if (owner == db->paperSpaceId()) return L"Layout1";
+    return {};
+}
+
+bool hasGroup(const resbuf* items, int code) {
+    for (const resbuf* rb = items; rb; rb = rb->rbnext)
+        if (rb->restype == code) return true;
+    return false;
+}
+
+// Puts (67 . space) and (410 . layout) after the (100 . "AcDbEntity") marker, as the host
+// lists an entity of model or paper space: 67 is 0 in model space and 1 in paper space.
+void addLayoutGroups(const AcDbObject& object, resbuf* items) {
+    if (!AcDbEntity::cast(&object) || hasGroup(items, 67) || hasGroup(items, AcDb::kDxfLayoutName))
+        return;
+    const std::wstring layout = layoutOf(object);
+    if (layout.empty()) return;
+    resbuf* marker = items;
+    while (marker && !(marker->restype == AcDb::kDxfSubclass && textOf(marker) == L"AcDbEntity"))
+        marker = marker->rbnext;
+    if (!marker) return;
+    resbuf* space = acutNewRb(67);
+    space->resval.rint = layout == L"Model" ? 0 : 1;
+    resbuf* name = acutNewRb(AcDb::kDxfLayoutName);
+    acutNewString(layout.c_str(), name->resval.rstring);
+    space->rbnext = name;
+    name->rbnext = marker->rbnext;
+    marker->rbnext = space;
+}
+
 }  // namespace
+
+bool listsPointsIn2d(const resbuf* list, int code) {
+    return code == AcDb::kDxfXCoord && upperName(textOf(findGroup(list, 0))) == L"LWPOLYLINE";
+}
 
 resbuf* entityData(AcDbObjectId id, const std::vector<std::wstring>* apps) {
     AcDbObject* object = peekObject(id);
@@ -92,6 +135,7 @@ resbuf* entityData(AcDbObjectId id, const std::vector<std::wstring>* apps) {
             owner->rbnext = handle;
         }
     }
+    addLayoutGroups(*object, items);
     appendTo(head, tail, items);
     RbChain xdata(filer.takeXData());
     if (apps && xdata) {

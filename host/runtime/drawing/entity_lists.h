@@ -13,8 +13,13 @@ namespace kelvo::drawing {
 
 // The entity's list: (-1 name) (0 type) then its groups; with `apps` (names, wildcards
 // allowed, "*" for all), the extended data of the matching applications after a -3 node.
-// Null for an id that is not an object of an open drawing, or an erased one.
+// An entity of model or paper space has (67 . 0) or (67 . 1) and (410 . layout) after its
+// (100 . "AcDbEntity"). Null for an id that is not an object of an open drawing, or an
+// erased one.
 resbuf* entityData(AcDbObjectId id, const std::vector<std::wstring>* apps);
+// Whether LISP shows the points of group `code` of this list as 2D points: the vertices
+// (10) of a lightweight polyline. The chain itself holds them with z 0.
+bool listsPointsIn2d(const resbuf* list, int code);
 
 struct MakeResult {
     MakeResult() = default;

@@ -524,9 +524,11 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeDouble(static_cast<AcDb::DxfCode>(43), constant ? width : 0.0);
     if (elevation_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfElevation, elevation_);
     if (thickness_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfThickness, thickness_);
+    // Files give a vertex its widths only when they vary; entity lists always give them.
+    const bool vertexWidths = !constant || filer->filerType() != AcDb::kFileFiler;
     for (const Vertex& v : vertices_) {
         filer->writePoint2d(AcDb::kDxfXCoord, v.point);
-        if (!constant) {
+        if (vertexWidths) {
             filer->writeDouble(AcDb::kDxfReal, v.startWidth);
             filer->writeDouble(AcDb::kDxfTxtStyleXScale, v.endWidth);
         }

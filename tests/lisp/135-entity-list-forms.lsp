@@ -1,0 +1,35 @@
+;; args: --no-module
+; Entity lists in the form LISP has long read by position and length: lightweight
+; polyline vertices as 2D points with both widths, and the space and layout of an
+; entity of model space; entmake and entmod take these lists and the older forms alike.
+(defun show (label value) (princ label) (princ ": ") (prin1 value) (terpri))
+(defun strip (l) (vl-remove-if '(lambda (g) (member (car g) '(-1 330 5))) l))
+(defun vertices (e) (mapcar 'cdr (vl-remove-if-not '(lambda (g) (= (car g) 10)) (entget e))))
+(entmake '((0 . "LWPOLYLINE") (90 . 2) (70 . 0) (43 . 0.5) (10 0.0 0.0) (10 4.0 0.0)))
+(setq p (entlast))
+(show "list" (strip (entget p)))
+(show "a vertex is two numbers" (length (cdr (assoc 10 (entget p)))))
+(show "groups 5 to 7: space, layout, layer" (mapcar '(lambda (i) (nth i (entget p))) '(5 6 7)))
+(entmod (subst '(10 4.0 3.0) '(10 4.0 0.0) (entget p)))
+(show "entmod moved a vertex" (vertices p))
+(entmod (subst '(10 4.0 5.0 0.0) '(10 4.0 3.0) (entget p)))
+(show "a 3D vertex is taken too" (vertices p))
+(entmake '((0 . "LWPOLYLINE") (90 . 2) (70 . 0) (10 1.0 1.0 0.0) (10 2.0 2.0 0.0)))
+(show "made from 3D vertices" (vertices (entlast)))
+(entmake (strip (entget p)))
+(show "made from a list entget gave: the same" (equal (strip (entget (entlast))) (strip (entget p))))
+(entmake '((0 . "LINE") (100 . "AcDbEntity") (8 . "0") (100 . "AcDbLine") (10 0.0 0.0 0.0) (11 1.0 0.0 0.0)))
+(show "made from a list without them" (strip (entget (entlast))))
+; a vertex of a 2D polyline is in the layout of its polyline
+(entmake '((0 . "POLYLINE") (66 . 1) (70 . 0)))
+(entmake '((0 . "VERTEX") (10 0.0 0.0 0.0)))
+(entmake '((0 . "SEQEND")))
+(setq v (entnext (entlast)))
+(show "vertex" (list (assoc 0 (entget v)) (assoc 67 (entget v)) (assoc 410 (entget v))))
+; an entity of a block definition is in no layout
+(entmake '((0 . "BLOCK") (2 . "TAG") (70 . 0) (10 0.0 0.0 0.0)))
+(entmake '((0 . "CIRCLE") (10 0.0 0.0 0.0) (40 . 1.0)))
+(entmake '((0 . "ENDBLK")))
+(setq c (cdr (assoc -2 (tblsearch "BLOCK" "TAG"))))
+(show "in a block definition" (list (assoc 0 (entget c)) (assoc 67 (entget c)) (assoc 410 (entget c))))
+(princ)
