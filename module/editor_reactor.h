@@ -14,6 +14,7 @@ public:
     // file name differs (case-sensitively) from `actualName`, and that record holds the
     // current connection, runs the inner work of kv_close_db (closes the current
     // connection, empties the current database name and clears the records' hold on it).
+    // Then the saved document's own record takes `actualName` as the drawing's file name.
     // With no per-document record at all it does nothing.
     void saveComplete(AcDbDatabase* db, const ACHAR* actualName) override;
 };
