@@ -50,7 +50,9 @@ std::wstring formatReal(double value) {
 }
 
 bool keywordMatches(const std::wstring& keyword, const std::wstring& input) {
-    std::wstring in = upper(input), kw = upper(keyword), caps;
+    // "_" in front: the keyword's international name, which here is the name itself.
+    std::wstring in = upper(!input.empty() && input[0] == L'_' ? input.substr(1) : input);
+    std::wstring kw = upper(keyword), caps;
     for (wchar_t c : keyword)
         if (std::iswupper(c) || std::iswdigit(c)) caps += c;
     if (in.empty()) return false;
@@ -307,7 +309,8 @@ std::vector<AcDbObjectId> Context::select() {
         std::wstring line = std::to_wstring(live.size()) + L" found";
         if (duplicates) line += L" (" + std::to_wstring(duplicates) + L" duplicate)";
         if (removing) line += L", " + std::to_wstring(changed) + L" removed";
-        line += L", " + std::to_wstring(chosen.size()) + L" total";
+        if (removing || chosen.size() != static_cast<std::size_t>(changed))
+            line += L", " + std::to_wstring(chosen.size()) + L" total";
         say(line);
         if (locked)
             say(std::to_wstring(locked) + (locked == 1 ? L" was" : L" were") +

@@ -2,6 +2,7 @@
 // host has no dialog for it). Options that need a screen (tangent picks, corner drags)
 // say so and ask again.
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -143,12 +144,20 @@ void circleCommand(Context& c) {
 
 // --- ARC --------------------------------------------------------------------------------
 
+// Rounding noise of the trigonometry (1e-17 for 0) is dropped.
+double clean(double v, double scale) {
+    return std::abs(v) < 1e-12 * std::max(1.0, scale) ? 0.0 : v;
+}
+
 void addArc(Context& c, const AcGePoint3d& center, double radius, double start, double end) {
     if (!(radius > 0)) {
         c.report(L"Invalid arc.");
         return;
     }
-    addToCurrentSpace(c.db(), new AcDbArc(center, radius, start, end));
+    AcGePoint3d at(clean(center.x, radius), clean(center.y, radius), center.z);
+    start = std::remainder(start, 2 * kPi);
+    end = std::remainder(end, 2 * kPi);
+    addToCurrentSpace(c.db(), new AcDbArc(at, radius, clean(start, 1), clean(end, 1)));
 }
 
 // Centre and start known: the end point, an included angle or a chord length.

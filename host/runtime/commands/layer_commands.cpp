@@ -55,8 +55,11 @@ std::vector<AcDbObjectId> layersNamed(AcDbDatabase& db, const std::wstring& list
     return found;
 }
 
-std::vector<AcDbObjectId> askLayers(Context& c, const std::wstring& prompt) {
+// The layers of a name list; Enter names the current layer where the prompt offers it.
+std::vector<AcDbObjectId> askLayers(Context& c, const std::wstring& prompt,
+                                    bool currentByDefault = false) {
     std::wstring list = c.text(prompt);
+    if (list.empty() && currentByDefault) return {c.db().clayer()};
     auto layers = layersNamed(c.db(), list);
     if (layers.empty() && !list.empty())
         for (const auto& name : splitNames(list))
@@ -70,6 +73,7 @@ AcDbObjectId makeLayer(AcDbDatabase& db, const std::wstring& name) {
     AcDbObjectPointer<AcDbLayerTable> table(db.layerTableId(), AcDb::kForWrite);
     auto* record = new AcDbLayerTableRecord();
     record->setName(name.c_str());
+    record->setLinetypeObjectId(findRecord(db.linetypeTableId(), L"Continuous"));
     if (!table || table->add(id, record) != Acad::eOk) {
         delete record;
         return {};
@@ -100,8 +104,9 @@ int colorNamed(const std::wstring& text) {
 }
 
 template <class Change>
-void changeLayers(Context& c, const std::wstring& prompt, Change change) {
-    for (AcDbObjectId id : askLayers(c, prompt)) {
+void changeLayers(Context& c, const std::wstring& prompt, Change change,
+                  bool currentByDefault = false) {
+    for (AcDbObjectId id : askLayers(c, prompt, currentByDefault)) {
         AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForWrite);
         if (layer) change(*layer.object(), id);
     }
@@ -210,7 +215,8 @@ void layerCommand(Context& c) {
                     recordName(db.clayer()) + L">:",
                 [index](AcDbLayerTableRecord& l, AcDbObjectId) {
                     l.setColor(AcCmColor(AcCmEntityColor(static_cast<Adesk::Int16>(index))));
-                });
+                },
+                true);
         } else if (option == L"Ltype") {
             std::wstring name = c.text(L"Enter a loaded linetype name or [?] <Continuous>:");
             if (name.empty()) name = L"Continuous";
@@ -220,12 +226,14 @@ void layerCommand(Context& c) {
                          L"\" not found.  Use LINETYPE command to load it.");
                 continue;
             }
-            changeLayers(c,
-                         L"Enter name list of layer(s) for linetype \"" + recordName(linetype) +
-                             L"\" <" + recordName(db.clayer()) + L">:",
-                         [linetype](AcDbLayerTableRecord& l, AcDbObjectId) {
-                             l.setLinetypeObjectId(linetype);
-                         });
+            changeLayers(
+                c,
+                L"Enter name list of layer(s) for linetype \"" + recordName(linetype) + L"\" <" +
+                    recordName(db.clayer()) + L">:",
+                [linetype](AcDbLayerTableRecord& l, AcDbObjectId) {
+                    l.setLinetypeObjectId(linetype);
+                },
+                true);
         } else if (option == L"Freeze") {
             changeLayers(c, L"Enter name list of layer(s) to freeze or <select objects>:",
                          [&c, &db](AcDbLayerTableRecord& l, AcDbObjectId id) {
