@@ -27,6 +27,9 @@ struct Input {
 
 // Esc: the command ends where it is (what it made so far stays).
 struct CommandCancelled {};
+// The command cannot go on (its message is printed); the rest of the answers given with
+// it are dropped, as they belong to no command.
+struct CommandFailed {};
 
 class UndoLog;
 

@@ -90,6 +90,8 @@ void CommandLine::dispatch(const Input& first) {
         context.say(L"Command: " + typed);
     } else {
         context.report(L"Command: a command name is expected, not a point, number or object.");
+        std::lock_guard lock(mutex_);
+        queue_.clear();
         return;
     }
     const CommandEntry* entry = findCommand(typed);
@@ -106,6 +108,9 @@ void CommandLine::dispatch(const Input& first) {
         entry->run(context);
     } catch (const CommandCancelled&) {
         context.report(L"*Cancel*");
+    } catch (const CommandFailed&) {
+        std::lock_guard lock(mutex_);
+        queue_.clear();
     } catch (const std::exception& e) {
         context.report(L"; error in " + std::wstring(entry->name) + L": " + fromUtf8(e.what()));
         std::lock_guard lock(mutex_);

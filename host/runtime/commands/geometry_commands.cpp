@@ -487,7 +487,7 @@ void insertCommand(Context& c) {
         }
     }
     AcDbObjectId block = blockNamed(c, name);
-    if (block.isNull()) return;
+    if (block.isNull()) throw CommandFailed{};
     double presetScale = 0, presetRotation = 0;
     bool scalePreset = false, rotationPreset = false;
     std::optional<AcGePoint3d> at;
@@ -555,7 +555,10 @@ void insertCommand(Context& c) {
         attribute->setTextString(value.c_str());
         def.close();
         AcDbObjectPointer<AcDbBlockReference> ref(id, AcDb::kForWrite);
-        if (!ref || ref->appendAttribute(attribute) != Acad::eOk) delete attribute;
+        if (!ref || ref->appendAttribute(attribute) != Acad::eOk)
+            delete attribute;
+        else if (!attribute->objectId().isNull())
+            attribute->close();  // it joined the drawing
     }
 }
 
