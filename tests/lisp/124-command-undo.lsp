@@ -30,6 +30,8 @@
 (print (list (model) (getvar "CLAYER")))
 (command "UNDO" "B")
 (print (list (model) (getvar "CLAYER") (tblsearch "LAYER" "Temp")))
+(command "-LAYER" "M" "Again" "")
+(print (list (getvar "CLAYER") (cdr (assoc 2 (tblnext "LAYER" T)))))
 
 (princ "\n;; BEgin ... End is one step")
 (command "UNDO" "BE")

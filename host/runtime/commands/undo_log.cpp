@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "runtime/drawing/drawing_internal.h"
+#include "runtime/drawing/dwg_memory_filer.h"
 
 namespace kelvo::commands {
 
@@ -110,9 +111,16 @@ void UndoLog::undoGroup(Group& group) {
             continue;
         }
         AcDbObject* restored = nullptr;
-        if (drawing::readObjectFromDwg(image->className, image->bytes, *db_, restored,
-                                       image->isEntity) != Acad::eOk ||
-            !restored) {
+        drawing::readObjectFromDwg(image->className, image->bytes, *db_, restored, image->isEntity);
+        if (!restored || restored->isA() != current->isA()) {
+            // A class without a constructor of its own (the symbol tables): the image is
+            // read into the object in place.
+            delete restored;
+            drawing::DwgMemoryFiler filer(AcDb::kFileFiler, db_);
+            filer.setBytes(image->bytes);
+            ObjectAccess::writerRef(*current) = true;
+            current->dwgIn(&filer);
+            ObjectAccess::writerRef(*current) = false;
             ObjectAccess::setErased(*current, image->erased);
             continue;
         }

@@ -11,9 +11,10 @@
 // Undoing a group puts each recorded image back in place: a new object of the recorded
 // class is read from the image and takes the place of the current one behind the same
 // object id (so entity names held by LISP stay valid), with the recorded erased flag; an
-// object made in the group is erased. The owner's image (a block's entity list, a
-// table's records) comes back the same way, so the drawing is as it was, handle for
-// handle. Handles are not reused: the handle seed keeps counting.
+// object made in the group is erased (a class the class dictionary cannot make, such as
+// the symbol tables, reads its image into the object in place instead). The owner's image (a
+// block's entity list, a table's records) comes back the same way, so the drawing is as it was,
+// handle for handle. Handles are not reused: the handle seed keeps counting.
 //
 // States: no group open --begin()--> group open --end()--> no group open. mark() puts a
 // mark between groups; back() undoes groups down to the newest mark and removes it.
