@@ -14,6 +14,7 @@ using drawing::ObjectAccess;
 
 UndoLog::UndoLog(AcDbDatabase& db) : db_(&db) {
     baseline_ = snapshot();
+    seenWrites_ = DatabaseAccess::data(db).writeCount;
     headerBaseline_ = DatabaseAccess::data(db).header;
 }
 
@@ -37,19 +38,23 @@ std::map<std::uint64_t, UndoLog::Image> UndoLog::snapshot() const {
 }
 
 void UndoLog::checkpoint(const std::wstring& label, bool always) {
-    std::map<std::uint64_t, Image> now = snapshot();
     Group changes;
     changes.label = label;
-    for (auto& [handle, image] : now) {
-        auto it = baseline_.find(handle);
-        if (it == baseline_.end())
-            changes.before.emplace(handle, std::nullopt);
-        else if (!(it->second == image))
-            changes.before.emplace(handle, it->second);
+    std::uint64_t writes = DatabaseAccess::data(*db_).writeCount;
+    if (writes != seenWrites_) {  // else no object was opened for write or added: none changed
+        std::map<std::uint64_t, Image> now = snapshot();
+        for (auto& [handle, image] : now) {
+            auto it = baseline_.find(handle);
+            if (it == baseline_.end())
+                changes.before.emplace(handle, std::nullopt);
+            else if (!(it->second == image))
+                changes.before.emplace(handle, it->second);
+        }
+        baseline_ = std::move(now);
+        seenWrites_ = writes;
     }
     const Header& header = DatabaseAccess::data(*db_).header;
     if (header != headerBaseline_) changes.header = headerBaseline_;
-    baseline_ = std::move(now);
     headerBaseline_ = header;
     if (open_ && !groups_.empty()) {
         Group& group = groups_.back();
@@ -159,6 +164,7 @@ UndoLog::Outcome UndoLog::undo(int count) {
     }
     outcome.everything = groups_.empty();
     baseline_ = snapshot();
+    seenWrites_ = DatabaseAccess::data(*db_).writeCount;
     headerBaseline_ = DatabaseAccess::data(*db_).header;
     return outcome;
 }
@@ -181,6 +187,7 @@ UndoLog::Outcome UndoLog::back() {
     }
     outcome.everything = groups_.empty() && !outcome.hitMark;
     baseline_ = snapshot();
+    seenWrites_ = DatabaseAccess::data(*db_).writeCount;
     headerBaseline_ = DatabaseAccess::data(*db_).header;
     return outcome;
 }

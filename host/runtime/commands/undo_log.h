@@ -11,17 +11,19 @@
 // Undoing a group puts each recorded image back in place: a new object of the recorded
 // class is read from the image and takes the place of the current one behind the same
 // object id (so entity names held by LISP stay valid), with the recorded erased flag; an
-// object made in the group is erased (a class the class dictionary cannot make, such as
-// the symbol tables, reads its image into the object in place instead). The owner's image (a
-// block's entity list, a table's records) comes back the same way, so the drawing is as it was,
-// handle for handle. Handles are not reused: the handle seed keeps counting.
+// object made in the group is erased. A class the class dictionary cannot make (the
+// symbol tables) reads its image into the object in place instead. The owner's image (a
+// block's entity list, a table's records) comes back the same way, so the drawing is as
+// it was, handle for handle. Handles are not reused: the handle seed keeps counting.
 //
 // States: no group open --begin()--> group open --end()--> no group open. mark() puts a
 // mark between groups; back() undoes groups down to the newest mark and removes it.
 //
-// The diff costs one serialization of each object per checkpoint; the history holds
-// only the before-images of what changed. The history starts with the log (the first
-// command of the drawing): what was there before is the starting point.
+// The diff costs one serialization of each object per checkpoint, skipped when the
+// database's write count (every opening for write, every object added) has not moved
+// since the last one; the history holds only the before-images of what changed. The
+// history starts with the log (the first command of the drawing): what was there before
+// is the starting point.
 #pragma once
 
 #include <cstdint>
@@ -87,6 +89,7 @@ private:
 
     AcDbDatabase* db_;
     std::map<std::uint64_t, Image> baseline_;
+    std::uint64_t seenWrites_ = 0;  // the database's write count at the baseline
     Header headerBaseline_;
     std::vector<Group> groups_;
     bool open_ = false;
