@@ -1,5 +1,6 @@
 // A document: a drawing, its database and its own LISP interpreter.
 
+#include "runtime/commands/command_runner.h"
 #include "runtime/host_impl.h"
 
 namespace kelvo::host {
@@ -11,9 +12,16 @@ Document::Document(int id, std::wstring fileName)
       interp_(std::make_unique<lisp::Interp>(makeInterpIO())) {
     defineHostFunctions(*interp_);
     defineEntityFunctions(*interp_);
+    defineCommandFunctions(*interp_);
 }
 
-Document::~Document() = default;
+// A drawing's command line goes with its database.
+Document::~Document() { commands::forgetDrawing(db_.get()); }
+
+void Document::setDatabase(std::unique_ptr<AcDbDatabase> db) {
+    commands::forgetDrawing(db_.get());
+    db_ = std::move(db);
+}
 
 namespace {
 

@@ -43,7 +43,7 @@ public:
     void setFileName(std::wstring name) { fileName_ = std::move(name); }
     AcDbDatabase* database() const override { return db_.get(); }
     // A drawing read from a file takes the place of the new one (before modules see it).
-    void setDatabase(std::unique_ptr<AcDbDatabase> db) { db_ = std::move(db); }
+    void setDatabase(std::unique_ptr<AcDbDatabase> db);
 
     int id() const { return id_; }
     lisp::Interp& interp() { return *interp_; }
@@ -102,6 +102,8 @@ struct Host::Impl {
 void defineHostFunctions(lisp::Interp& interp);
 // The entity, table and selection-set functions (entget, tblsearch, ssget ...).
 void defineEntityFunctions(lisp::Interp& interp);
+// command and vl-cmdf (host/runtime/commands).
+void defineCommandFunctions(lisp::Interp& interp);
 lisp::InterpIO makeInterpIO();
 
 }  // namespace kelvo::host

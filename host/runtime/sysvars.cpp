@@ -21,6 +21,11 @@ std::wstring upper(std::wstring_view name) {
     return u;
 }
 
+// Variables every session starts with, before anything sets them.
+void addSessionDefault(std::map<std::wstring, lisp::Value>& vars, const std::wstring& key) {
+    if (key == L"CMDECHO" && !vars.count(key)) vars[key] = lisp::Value::integer(1);
+}
+
 bool isReadOnly(const std::wstring& name) { return name == L"ACADPREFIX" || name == L"DWGNAME"; }
 
 AcDbDatabase* currentDatabase() {
@@ -65,6 +70,7 @@ std::optional<lisp::Value> Host::getVar(std::wstring_view name) const {
     if (AcDbDatabase* db = currentDatabase())
         if (auto value = drawing::getHeaderVariable(*db, key); value && key != L"HANDSEED")
             return headerValue(*value);
+    addSessionDefault(impl_->vars, key);
     auto it = impl_->vars.find(key);
     if (it == impl_->vars.end()) return std::nullopt;
     return it->second;
@@ -77,6 +83,7 @@ bool Host::setVar(std::wstring_view name, const lisp::Value& value) {
         auto converted = fromLisp(value);
         return converted && drawing::setHeaderVariable(*db, key, *converted) == Acad::eOk;
     }
+    addSessionDefault(impl_->vars, key);
     auto it = impl_->vars.find(key);
     if (it == impl_->vars.end() || isReadOnly(key)) return false;
     if (it->second.type() != value.type() &&

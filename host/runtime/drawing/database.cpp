@@ -128,6 +128,7 @@ Acad::ErrorStatus addObject(AcDbDatabase& db, AcDbObject* object, AcDbObjectId& 
         if (stub && stub->object) return Acad::eHandleInUse;
     }
     if (!stub) stub = DatabaseAccess::newStub(db, handle);
+    ++DatabaseAccess::data(db).writeCount;
     stub->object = object;
     ObjectAccess::setStub(*object, stub);
     ObjectAccess::openForWrite(*object);

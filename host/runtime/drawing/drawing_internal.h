@@ -63,6 +63,9 @@ struct DatabaseData {
     std::map<std::wstring, HeaderValue> header;   // upper-case names without "$"
     std::wstring fileName;
     ListState lists;
+    // Counts openings for write and added objects: while it stands still, no object of
+    // the database has changed (the undo history skips its comparison then).
+    std::uint64_t writeCount = 0;
 };
 
 class DatabaseAccess {

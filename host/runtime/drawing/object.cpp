@@ -161,6 +161,7 @@ Acad::ErrorStatus acdbOpenObject(AcDbObject*& pObj, AcDbObjectId id, AcDb::OpenM
             if (notifier) return Acad::eWasOpenForNotify;
             if (readers > 0) return Acad::eWasOpenForRead;
             writer = true;
+            ++DatabaseAccess::data(*id.stub()->database).writeCount;
             break;
         case AcDb::kForNotify:
             if (notifier) return Acad::eWasOpenForNotify;
@@ -205,6 +206,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
     if (readers_ > 1) return Acad::eHadMultipleReaders;
     readers_ = 0;
     writer_ = true;
+    ++DatabaseAccess::data(*stub_->database).writeCount;
     return Acad::eOk;
 }
 

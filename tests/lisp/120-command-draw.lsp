@@ -1,0 +1,45 @@
+;; args: --no-module
+;; LINE, CIRCLE, ARC, PLINE and TEXT through command, with the prompts CMDECHO 1 prints;
+;; "_" and "." prefixes and aliases.
+(defun data (e) (vl-remove-if '(lambda (g) (member (car g) '(-1 330 5))) (entget e)))
+(defun show (e keys) (mapcar '(lambda (k) (assoc k (entget e))) keys))
+
+(princ "\n;; LINE: points as lists and text, Undo takes back a segment, Close ends")
+(command "LINE" '(0 0) "10,0" '(10 10) "U" "@0,5" "@5<180" "C")
+(setq e (entnext))
+(while e (print (show e '(0 10 11))) (setq e (entnext e)))
+
+(princ "\n;; CIRCLE: radius, Diameter, 2P, 3P; Ttr needs a screen")
+(command "CIRCLE" '(0 0) 3)
+(print (show (entlast) '(10 40)))
+(command "_.circle" "5,5" "D" 4)
+(print (show (entlast) '(10 40)))
+(command "C" "2P" '(0 0) '(4 0))
+(print (show (entlast) '(10 40)))
+(command "CIRCLE" "3P" '(1 0) '(0 1) '(-1 0))
+(print (show (entlast) '(10 40)))
+(command "CIRCLE" "T" '(0 0) "")
+(print (show (entlast) '(10 40)))
+
+(princ "\n;; ARC: three points, start-centre-end, centre-start-angle, start-end-radius")
+(command "ARC" '(1 0) '(0 1) '(-1 0))
+(print (show (entlast) '(10 40 50 51)))
+(command "ARC" '(2 0) "C" '(0 0) '(0 2))
+(print (show (entlast) '(10 40 50 51)))
+(command "ARC" "C" '(0 0) '(3 0) "A" 90)
+(print (show (entlast) '(10 40 50 51)))
+(command "ARC" '(1 0) "E" '(-1 0) "R" 1)
+(print (show (entlast) '(10 40 50 51)))
+
+(princ "\n;; PLINE: widths, a tangent arc, Length, Close")
+(command "PLINE" '(0 0) "W" 0.5 "" '(10 0) "A" '(10 10) "L" "Length" 5 "C")
+(print (data (entlast)))
+
+(princ "\n;; TEXT: height, rotation and string; a justification; Style")
+(command "TEXT" '(1 2) 3.5 0 "Hello")
+(print (show (entlast) '(1 10 40 50 72 73 7)))
+(command "TEXT" "J" "MC" '(5 5) "" 90 "Centred")
+(print (show (entlast) '(1 10 11 40 50 72 73)))
+(command "TEXT" "S" "NOSUCH" "S" "" '(0 0) "" "" "Plain")
+(print (show (entlast) '(1 40 50)))
+(princ)

@@ -1,0 +1,58 @@
+;; args: --no-module
+;; ERASE, MOVE, COPY, ROTATE, SCALE, MIRROR and EXPLODE on entity names, selection sets,
+;; Last, Previous, ALL and Remove.
+(defun data (e) (vl-remove-if '(lambda (g) (member (car g) '(-1 330 5))) (entget e)))
+(defun pts (e) (mapcar '(lambda (k) (cdr (assoc k (entget e)))) '(10 11)))
+(defun count-model (/ e n) (setq e (entnext) n 0) (while e (setq n (1+ n) e (entnext e))) n)
+(command "LINE" '(0 0) '(10 0) "")
+(setq a (entlast))
+(command "LINE" '(0 5) '(10 5) "")
+(setq b (entlast))
+
+(princ "\n;; MOVE by base and second point, then by a displacement (Enter)")
+(command "MOVE" a "" '(0 0) '(1 2))
+(print (pts a))
+(command "MOVE" (ssadd b) "" '(1 1) "")
+(print (pts b))
+
+(princ "\n;; COPY: several copies, Undo takes the last back")
+(command "COPY" a "" '(0 0) '(0 10) '(0 20) "U" '(0 30) "")
+(print (count-model))
+(print (pts (entlast)))
+
+(princ "\n;; ROTATE 90 about the origin; Copy; Reference")
+(command "ROTATE" a "" '(0 0) 90)
+(print (pts a))
+(command "ROTATE" a "" '(0 0) "C" 90)
+(print (list (pts a) (pts (entlast))))
+(command "ROTATE" b "" '(0 0) "R" 0 45)
+(print (pts b))
+
+(princ "\n;; SCALE by 2 and by reference")
+(command "SCALE" "L" "" '(0 0) 2)
+(print (pts (entlast)))
+(command "SCALE" "P" "" '(0 0) "R" 4 2)
+(print (pts (entlast)))
+
+(princ "\n;; MIRROR keeping and erasing the source")
+(command "LINE" '(1 1) '(3 1) "")
+(setq m (entlast))
+(command "MIRROR" m "" '(0 0) '(0 10) "")
+(print (list (pts m) (pts (entlast))))
+(command "MIRROR" m "" '(0 0) '(10 0) "Y")
+(print (pts m))
+
+(princ "\n;; ERASE with ALL and Remove; selecting by a point needs a screen")
+(command "ERASE" "ALL" "R" m "" )
+(print (count-model))
+(print (pts m))
+(command "ERASE" '(1 1) "")
+
+(princ "\n;; EXPLODE a polyline into lines and arcs; a line does not explode")
+(command "PLINE" '(0 0) '(4 0) "A" '(4 4) "")
+(setq p (entlast))
+(command "EXPLODE" p m "")
+(print (data p))
+(setq e (entnext m))
+(while e (print (cdr (assoc 0 (entget e)))) (setq e (entnext e)))
+(princ)
