@@ -43,3 +43,7 @@
 (command "TEXT" "S" "NOSUCH" "S" "" '(0 0) "" "" "Plain")
 (print (show (entlast) '(1 40 50)))
 (princ)
+(princ "\n;; a number answers Enter text: as the text of that number")
+(command "TEXT" '(0 9) "" "" 12.5)
+(print (cdr (assoc 1 (entget (entlast)))))
+(princ)

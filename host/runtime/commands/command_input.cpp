@@ -228,8 +228,9 @@ std::wstring Context::text(const std::wstring& prompt) {
             return in.text;
         case Input::Kind::Number: {
             if (in.integer) return std::to_wstring(static_cast<long long>(in.number));
-            std::wstring s = std::to_wstring(in.number);
-            return s;
+            wchar_t buffer[64];
+            std::swprintf(buffer, 64, L"%.15g", in.number);
+            return buffer;
         }
         default:
             return L"";
