@@ -234,13 +234,20 @@ Value entlastFn(Interp&, Values& values) {
     return nameValue(drawing::lastEntity(currentDatabase()));
 }
 
-Value handentFn(Interp&, Values& values) {
+// ERRNO when a handle names no entity.
+constexpr int kErrnoBadHandle = 13;
+
+Value handentFn(Interp& in, Values& values) {
     Args args(values, 1, 1);
     AcDbHandle handle(args.string(0).c_str());
     AcDbObjectId id;
-    if (handle.isNull() || currentDatabase().getAcDbObjectId(id, false, handle) != Acad::eOk) return {};
     // An entity erased in this session is still found, so that entdel can bring it back.
-    return drawing::peekObject(id) ? nameValue(id) : Value();
+    if (handle.isNull() || currentDatabase().getAcDbObjectId(id, false, handle) != Acad::eOk ||
+        !drawing::peekObject(id)) {
+        in.setErrno(kErrnoBadHandle);
+        return {};
+    }
+    return nameValue(id);
 }
 
 Value regappFn(Interp&, Values& values) {
