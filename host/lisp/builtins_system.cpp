@@ -174,6 +174,18 @@ Value fnRedraw(Interp&, std::vector<Value>& args) {
     return {};
 }
 
+// (ssgetfirst): a host without a screen has no selection made before a command:
+// (nil nil). (sssetfirst gripset [pickset]) answers what it was given.
+Value fnSsgetfirst(Interp&, std::vector<Value>& args) {
+    Args a(args, 0, 0);
+    return Value::list({Value(), Value()});
+}
+
+Value fnSssetfirst(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, 2);
+    return Value::list({a[0], a.has(1) ? a[1] : Value()});
+}
+
 [[noreturn]] void notAvailable(const Interp&, const std::wstring& name, const wchar_t* why) {
     throw Error(name + L" is not available: " + why);
 }
@@ -268,6 +280,8 @@ const Builtin kSystemLib[] = {
     {L"vports", fnVports},
     {L"setview", fnSetview},
     {L"redraw", fnRedraw},
+    {L"ssgetfirst", fnSsgetfirst},
+    {L"sssetfirst", fnSssetfirst},
 };
 
 }  // namespace

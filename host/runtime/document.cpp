@@ -11,6 +11,7 @@ Document::Document(int id, std::wstring fileName)
       interp_(std::make_unique<lisp::Interp>(makeInterpIO())) {
     defineHostFunctions(*interp_);
     defineEntityFunctions(*interp_);
+    defineDictionaryFunctions(*interp_);
 }
 
 Document::~Document() = default;

@@ -108,6 +108,8 @@ struct Host::Impl {
 void defineHostFunctions(lisp::Interp& interp);
 // The entity, table and selection-set functions (entget, tblsearch, ssget ...).
 void defineEntityFunctions(lisp::Interp& interp);
+// The dictionary functions (namedobjdict, dictsearch, dictnext, dictadd ...).
+void defineDictionaryFunctions(lisp::Interp& interp);
 lisp::InterpIO makeInterpIO();
 
 }  // namespace kelvo::host

@@ -134,6 +134,8 @@ TEST(LispCompat, WhatAHeadlessHostCannotDoSaysSo) {
     // and what it can do, it does
     EXPECT_EQ(t.run(L"(list (vl-load-com) (gc) (type pause) pause (vports))"),
               L"(nil nil STR \"\\\\\" ((1 (0.0 0.0) (1.0 1.0))))");
+    EXPECT_EQ(t.run(L"(list (ssgetfirst) (sssetfirst nil) (setview '((40 . 1.0))))"),
+              L"((nil nil) (nil nil) nil)");
 }
 
 TEST(LispCompat, TransBetweenWorldAndObjectSystems) {
