@@ -137,6 +137,8 @@ bool runForms(const std::vector<lisp::Value>& forms, lisp::Value* last) {
             interp = &host.interp();
             lisp::Value v = interp->eval(form);
             if (last) *last = v;
+        } catch (const lisp::ExitWithValue& e) {
+            if (last) *last = e.value();
         } catch (const lisp::Error& e) {
             if (interp) reportError(*interp, e);
             else printError(e.message());

@@ -132,6 +132,8 @@ Value fnCatchAllApply(Interp& in, std::vector<Value>& args) {
     std::vector<Value> callArgs = a.list(1).toVector();
     try {
         return in.apply(a[0], std::move(callArgs));
+    } catch (const ExitWithValue& e) {
+        return e.value();
     } catch (const Error& e) {
         return Value::catchError(e.message());
     }

@@ -44,7 +44,10 @@ std::optional<std::wstring> hostLine(Interp& in) {
     return in.io().readLine ? in.io().readLine(L"") : std::nullopt;
 }
 
-Value fnOpen(Interp&, std::vector<Value>& args) {
+// ERRNO after a file that cannot be found or opened.
+constexpr int kErrnoFileNotFound = 22;
+
+Value fnOpen(Interp& in, std::vector<Value>& args) {
     Args a(args, 2, 2);
     const std::wstring& name = a.string(0);
     std::wstring mode = a.string(1);
@@ -52,7 +55,10 @@ Value fnOpen(Interp&, std::vector<Value>& args) {
     if (m != L'r' && m != L'w' && m != L'a') throw Error(L"bad argument value: open mode \"" + mode + L"\"");
     const char* cmode = m == L'r' ? "rb" : m == L'w' ? "wb" : "ab";
     std::FILE* f = std::fopen(toUtf8(name).c_str(), cmode);
-    if (!f) return {};
+    if (!f) {
+        in.setErrno(kErrnoFileNotFound);
+        return {};
+    }
     return Value(std::make_shared<FileObj>(name, f, m));
 }
 
@@ -112,6 +118,7 @@ Value fnFindfile(Interp& in, std::vector<Value>& args) {
     Args a(args, 1, 1);
     if (a.string(0).empty()) return {};   // not the folder the search starts from
     auto path = find(in, a.string(0));
+    in.setErrno(path ? 0 : kErrnoFileNotFound);
     return path ? Value::string(path->wstring()) : Value();
 }
 
@@ -127,7 +134,42 @@ Value fnLoad(Interp& in, std::vector<Value>& args) {
     return in.loadFile(*path);
 }
 
+// (autoload file '("cmd" ...)) and (autoarxload file '("cmd" ...)): defines each C:CMD
+// so that its first call loads the file (with `loader`, load or arxload) and then runs
+// the C:CMD the file defined.
+Value autoDefine(Interp& in, std::vector<Value>& args, const wchar_t* loader) {
+    Args a(args, 2, 2);
+    std::wstring file = a.string(0);
+    for (const Value& command : a.list(1).toVector()) {
+        if (command.type() != Type::Str) badArgType(L"stringp", command);
+        std::wstring name = Value::symbol(L"C:" + command.asString()).symbolName();
+        std::wstring loaderName = loader;
+        std::wstring stubName = name + L" (autoload " + file + L")";
+        in.defineSubr(
+            name, [file, name, loaderName, stubName](Interp& interp, std::vector<Value>& callArgs) {
+                interp.apply(Value::symbol(loaderName), {Value::string(file)});
+                Value fn = interp.getGlobal(name);
+                if (fn.isNil() || (fn.type() == Type::Subr && fn.subrName() == stubName))
+                    throw Error(name + L" is not defined by " + file);
+                return interp.apply(fn, callArgs);
+            });
+        Value stub = in.getGlobal(name);
+        in.setGlobal(name, Value::subr(stubName, stub.native()));
+    }
+    return {};
+}
+
+Value fnAutoload(Interp& in, std::vector<Value>& args) {
+    return autoDefine(in, args, L"load");
+}
+Value fnAutoarxload(Interp& in, std::vector<Value>& args) {
+    return autoDefine(in, args, L"arxload");
+}
+
 const Builtin kFileLib[] = {
+    {L"autoload", fnAutoload},
+    {L"autoarxload", fnAutoarxload},
+    {L"findtrustedfile", fnFindfile},
     {L"open", fnOpen},
     {L"close", fnClose},
     {L"read-line", fnReadLine},

@@ -253,10 +253,18 @@ std::vector<std::size_t> sortedIndices(Interp& in, std::vector<Value>& args, std
     return idx;
 }
 
+// (vl-sort list fn): as the host does, an integer equal to the one before it in the
+// sorted list is dropped ((vl-sort '(3 2 1 3) '<) is (1 2 3)); other values are kept.
 Value fnSort(Interp& in, std::vector<Value>& args) {
     std::vector<Value> items;
     std::vector<Value> out;
-    for (std::size_t i : sortedIndices(in, args, items)) out.push_back(items[i]);
+    for (std::size_t i : sortedIndices(in, args, items)) {
+        const Value& v = items[i];
+        if (v.type() == Type::Int && !out.empty() && out.back().type() == Type::Int &&
+            out.back().asInt() == v.asInt())
+            continue;
+        out.push_back(v);
+    }
     return Value::list(out);
 }
 

@@ -100,8 +100,28 @@ Value compareChain(std::vector<Value>& args, Pred pred) {
     return boolValue(ok);
 }
 
-Value fnNumEq(Interp&, std::vector<Value>& args) { return compareChain(args, [](int c) { return c == 0; }); }
-Value fnNumNe(Interp&, std::vector<Value>& args) { return compareChain(args, [](int c) { return c != 0; }); }
+// Whether = holds between two values: numbers by value, strings by characters, anything
+// else (symbols, nil, lists, names, files) by identity. A number never equals a string.
+bool sameValue(const Value& x, const Value& y) {
+    if (x.isNumber() && y.isNumber()) return compare(x, y) == 0;
+    if (x.type() == Type::Str && y.type() == Type::Str) return x.asString() == y.asString();
+    return x.eq(y);
+}
+
+// (= a b ...) true when each argument equals the next; (/= a b ...) true when each
+// argument differs from the next ((/= 1 2 2) is nil). Neither refuses a type.
+Value fnNumEq(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, kAnyCount);
+    for (std::size_t i = 0; i + 1 < args.size(); ++i)
+        if (!sameValue(args[i], args[i + 1])) return Value();
+    return Value::t();
+}
+Value fnNumNe(Interp&, std::vector<Value>& args) {
+    Args a(args, 1, kAnyCount);
+    for (std::size_t i = 0; i + 1 < args.size(); ++i)
+        if (sameValue(args[i], args[i + 1])) return Value();
+    return Value::t();
+}
 Value fnLt(Interp&, std::vector<Value>& args) { return compareChain(args, [](int c) { return c < 0; }); }
 Value fnGt(Interp&, std::vector<Value>& args) { return compareChain(args, [](int c) { return c > 0; }); }
 Value fnLe(Interp&, std::vector<Value>& args) { return compareChain(args, [](int c) { return c <= 0; }); }

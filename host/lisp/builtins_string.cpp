@@ -6,6 +6,7 @@
 #include "args.h"
 #include "library.h"
 #include "rtos.h"
+#include "text.h"
 #include "wcmatch.h"
 
 namespace lisp {
@@ -45,7 +46,7 @@ Value fnStrcase(Interp&, std::vector<Value>& args) {
     Args a(args, 1, 2);
     std::wstring s = a.string(0);
     bool lower = a.has(1) && !args[1].isNil();
-    for (auto& c : s) c = static_cast<wchar_t>(lower ? std::towlower(c) : std::towupper(c));
+    for (auto& c : s) c = lower ? lowerChar(c) : upperChar(c);
     return Value::string(std::move(s));
 }
 
@@ -65,10 +66,28 @@ Value fnAtof(Interp&, std::vector<Value>& args) {
     const std::wstring& s = a.string(0);
     std::size_t start = s.find_first_not_of(L" \t\n");
     if (start == std::wstring::npos) return Value::real(0.0);
-    wchar_t next = start + 1 < s.size() ? s[start + 1] : 0;
-    bool numeric = std::iswdigit(s[start]) || ((s[start] == L'-' || s[start] == L'+' || s[start] == L'.') &&
-                                               (std::iswdigit(next) || next == L'.'));
-    return Value::real(numeric ? std::wcstod(s.c_str() + start, nullptr) : 0.0);
+    // only a decimal number is read ("0x10" is 0.0, as are "inf" and "nan")
+    std::size_t i = start;
+    auto digits = [&] {
+        std::size_t from = i;
+        while (i < s.size() && s[i] >= L'0' && s[i] <= L'9') ++i;
+        return i > from;
+    };
+    if (i < s.size() && (s[i] == L'-' || s[i] == L'+')) ++i;
+    bool whole = digits();
+    bool fraction = false;
+    if (i < s.size() && s[i] == L'.') {
+        ++i;
+        fraction = digits();
+    }
+    if (!whole && !fraction) return Value::real(0.0);
+    std::size_t end = i;
+    if (i < s.size() && (s[i] == L'e' || s[i] == L'E')) {
+        ++i;
+        if (i < s.size() && (s[i] == L'-' || s[i] == L'+')) ++i;
+        if (digits()) end = i;
+    }
+    return Value::real(std::wcstod(s.substr(start, end - start).c_str(), nullptr));
 }
 
 Value fnChr(Interp&, std::vector<Value>& args) {
@@ -82,19 +101,25 @@ Value fnAscii(Interp&, std::vector<Value>& args) {
     return Value::integer(s.empty() ? 0 : static_cast<std::int32_t>(s[0]));
 }
 
-Value fnRtos(Interp&, std::vector<Value>& args) {
+// (rtos number [mode [precision]]): mode and precision default to LUNITS and LUPREC;
+// DIMZIN drops zeros and UNITMODE writes fractions in their input form.
+Value fnRtos(Interp& in, std::vector<Value>& args) {
     Args a(args, 1, 3);
     double v = a.number(0);
-    int mode = a.has(1) ? a.integer(1) : 2;
-    int prec = a.has(2) ? a.integer(2) : 4;
-    return Value::string(formatDistance(v, mode, prec));
+    int mode = a.has(1) ? a.integer(1) : in.intVariable(L"LUNITS", 2);
+    int prec = a.has(2) ? a.integer(2) : in.intVariable(L"LUPREC", 4);
+    DistanceStyle style;
+    style.zeros = in.intVariable(L"DIMZIN", 0);
+    style.inputForm = in.intVariable(L"UNITMODE", 0) == 1;
+    return Value::string(formatDistance(v, mode, prec, style));
 }
 
-Value fnAngtos(Interp&, std::vector<Value>& args) {
+// (angtos angle [mode [precision]]): mode and precision default to AUNITS and AUPREC.
+Value fnAngtos(Interp& in, std::vector<Value>& args) {
     Args a(args, 1, 3);
     double v = a.number(0);
-    int mode = a.has(1) ? a.integer(1) : 0;
-    int prec = a.has(2) ? a.integer(2) : 4;
+    int mode = a.has(1) ? a.integer(1) : in.intVariable(L"AUNITS", 0);
+    int prec = a.has(2) ? a.integer(2) : in.intVariable(L"AUPREC", 4);
     return Value::string(formatAngle(v, mode, prec));
 }
 
@@ -204,13 +229,17 @@ Value fnStringMismatch(Interp&, std::vector<Value>& args) {
 // table entry: 1 to 255 characters, none of them a control character or one of
 // < > / \ " : ; ? * , = ` and no vertical bar unless `flag` is 1 (as in the names
 // of externally referenced entries), and then not as the first or last character.
-Value fnSnvalid(Interp&, std::vector<Value>& args) {
+Value fnSnvalid(Interp& in, std::vector<Value>& args) {
     Args a(args, 1, 2);
     const std::wstring& name = a.string(0);
     bool barAllowed = a.has(1) && a.integer(1) == 1;
-    if (name.empty() || name.size() > 255) return {};
+    // EXTNAMES 0: the old names of up to 31 letters, digits, "$", "-" and "_"
+    bool oldNames = in.intVariable(L"EXTNAMES", 1) == 0;
+    if (name.empty() || name.size() > (oldNames ? 31u : 255u)) return {};
     for (std::size_t i = 0; i < name.size(); ++i) {
         wchar_t c = name[i];
+        if (oldNames && !std::iswalnum(c) && c != L'$' && c != L'-' && c != L'_' && c != L'|')
+            return {};
         if (c < 0x20 || c == 0x7F || std::wcschr(L"<>/\\\":;?*,=`", c)) return {};
         if (c == L'|' && (!barAllowed || i == 0 || i + 1 == name.size())) return {};
     }
@@ -219,7 +248,7 @@ Value fnSnvalid(Interp&, std::vector<Value>& args) {
 
 // Alphabetical order: letters compare without case, then by code so the order is
 // total. nil when the argument is not a proper list of strings.
-Value fnStrlsort(Interp&, std::vector<Value>& args) {
+Value fnStrlsort(Interp& in, std::vector<Value>& args) {
     Args a(args, 1, 1);
     std::vector<std::wstring> items;
     Value p = args[0];
@@ -228,6 +257,9 @@ Value fnStrlsort(Interp&, std::vector<Value>& args) {
         items.push_back(p.car().asString());
     }
     if (!p.isNil()) return {};
+    // MAXSORT: longer lists are not sorted
+    if (items.size() > static_cast<std::size_t>(std::max(0, in.intVariable(L"MAXSORT", 1000))))
+        return {};
     auto key = [](const std::wstring& s) {
         std::wstring k = s;
         for (auto& c : k) c = static_cast<wchar_t>(std::towlower(c));

@@ -177,12 +177,24 @@ Value callUsubr(Interp& in, const UsubrObj& fn, std::vector<Value>& args) {
     return progn(in, fn.body);
 }
 
+// The error of calling a symbol with no function. The automation families (VLA-,
+// VLAX-, VLR-) are never defined in a host without the automation objects; the error
+// says so.
+[[noreturn]] void noFunction(const Value& sym) {
+    const std::wstring& name = sym.symbolName();
+    for (const wchar_t* family : {L"VLA-", L"VLAX-", L"VLR-"})
+        if (name.rfind(family, 0) == 0)
+            throw Error(name + L" is not available: this host has no automation objects (" +
+                        family + L"...)");
+    throw Error(L"no function definition: " + name);
+}
+
 Value evalCall(Interp& in, const Value& form) {
     Value head = form.car();
     Value fn;
     if (head.type() == Type::Sym) {
         fn = in.impl().lookup(head);
-        if (fn.isNil()) throw Error(L"no function definition: " + head.symbolName());
+        if (fn.isNil()) noFunction(head);
     } else {
         fn = in.eval(head);
     }
@@ -228,7 +240,7 @@ Value resolveFunction(Interp& in, const Value& f) {
     case Type::Usubr: return f;
     case Type::Sym: {
         Value v = in.impl().lookup(f);
-        if (v.isNil()) throw Error(L"no function definition: " + f.symbolName());
+        if (v.isNil()) noFunction(f);
         if (v.type() == Type::Sym) break;
         return resolveFunction(in, v);
     }

@@ -25,11 +25,17 @@ Interp::Interp(InterpIO io) : impl_(std::make_unique<Impl>(std::move(io))) {
     openGeomLib(*this);
     openFilenameLib(*this);
     openVlFileLib(*this);
+    openUnitsLib(*this);
+    openSystemLib(*this);
     setGlobal(L"PI", Value::real(std::acos(-1.0)));
+    setGlobal(L"PAUSE", Value::string(L"\\"));
     setGlobal(L"T", Value::t());
+    openNamespaceLib(*this);
 }
 
-Interp::~Interp() = default;
+Interp::~Interp() {
+    closeNamespaceLib(*this);
+}
 
 Value Interp::evalString(std::wstring_view source) {
     Reader reader(source);
@@ -88,5 +94,15 @@ std::wstring Interp::prin1String(const Value& v) { return printValue(v, true); }
 std::wstring Interp::princString(const Value& v) { return printValue(v, false); }
 
 InterpIO& Interp::io() { return impl_->io; }
+
+int Interp::intVariable(std::wstring_view name, int fallback) {
+    if (!impl_->io.getVar) return fallback;
+    auto v = impl_->io.getVar(name);
+    return v && v->type() == Type::Int ? v->asInt() : fallback;
+}
+
+void Interp::setErrno(int code) {
+    if (impl_->io.setVar) impl_->io.setVar(L"ERRNO", Value::integer(code));
+}
 
 }  // namespace lisp

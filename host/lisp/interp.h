@@ -27,6 +27,17 @@ private:
     std::string narrow_;
 };
 
+// (vl-exit-with-value v): leaves the running code with a value. vl-catch-all-apply
+// answers the value; at the top level it is the value of the form.
+class ExitWithValue : public Error {
+public:
+    explicit ExitWithValue(Value value) : Error(L"vl-exit-with-value"), value_(std::move(value)) {}
+    const Value& value() const { return value_; }
+
+private:
+    Value value_;
+};
+
 // What the interpreter needs from its host.
 struct InterpIO {
     // Text printed by princ, prin1, print, prompt, terpri and the get* prompts.
@@ -37,6 +48,11 @@ struct InterpIO {
     // Finds a file along the host's support path (for load and findfile); nullopt when
     // not found.
     std::function<std::optional<std::filesystem::path>(std::wstring_view name)> findFile;
+    // The host's system variables: reads one (nullopt when the host has none), and the
+    // host's own write of one that a function sets as it runs (ERRNO). Either may be
+    // left empty: the interpreter then uses the variables' defaults.
+    std::function<std::optional<Value>(std::wstring_view name)> getVar;
+    std::function<void(std::wstring_view name, Value value)> setVar;
 };
 
 class Interp {
@@ -75,6 +91,11 @@ public:
     static std::wstring princString(const Value& v);
 
     InterpIO& io();
+    // A system variable's integer value; `fallback` when the host has none or it is not
+    // an integer.
+    int intVariable(std::wstring_view name, int fallback);
+    // Sets ERRNO, as the host's functions do when a call fails (0 after success).
+    void setErrno(int code);
 
     // The interpreter's own state, for its built-in libraries (see interp_impl.h).
     struct Impl;

@@ -16,5 +16,12 @@ void openInputLib(Interp& in);     // initget and the get* functions
 void openGeomLib(Interp& in);      // polar, distance, angle, inters
 void openFilenameLib(Interp& in);  // vl-filename-*
 void openVlFileLib(Interp& in);    // vl-file-*, vl-directory-files, vl-mkdir
+void openUnitsLib(Interp& in);     // distof, angtof, cvunit
+void openSystemLib(Interp& in);    // gc, mem, vl-load-com, the registry ..., and the
+                                   // functions a host without a screen does not have
+// vl-bb-*, vl-doc-*, vl-propagate, vl-load-all, vl-exit-with-value; opened last (it
+// loads vl-load-all's files), closed when the interpreter ends.
+void openNamespaceLib(Interp& in);
+void closeNamespaceLib(Interp& in);
 
 }  // namespace lisp

@@ -57,16 +57,40 @@ std::wstring feetInches(double v, int mode, int precision) {
 
 }  // namespace
 
-std::wstring formatDistance(double value, int mode, int precision) {
+// DIMZIN's zero suppression of a decimal number.
+std::wstring suppressZeros(std::wstring s, int zeros) {
+    if ((zeros & 8) && s.find(L'.') != std::wstring::npos) {
+        while (s.back() == L'0') s.pop_back();
+        if (s.back() == L'.') s.pop_back();
+    }
+    if (zeros & 4) {
+        std::size_t digit = s[0] == L'-' ? 1 : 0;
+        if (s.size() > digit + 1 && s[digit] == L'0' && s[digit + 1] == L'.') s.erase(digit, 1);
+    }
+    return s;
+}
+
+std::wstring formatDistance(double value, int mode, int precision, DistanceStyle style) {
     if (precision < 0 || precision > 15) throw Error(L"bad argument value: precision " + std::to_wstring(precision));
     std::wstring sign = value < 0 ? L"-" : L"";
     double mag = std::fabs(value);
+    auto inputForm = [&](std::wstring s) {
+        if (!style.inputForm) return s;
+        for (auto& c : s)
+            if (c == L' ') c = L'-';
+        auto dash = s.find(L"'-");
+        if (dash != std::wstring::npos) s.erase(dash + 1, 1);
+        return s;
+    };
     switch (mode) {
     case 1: return scientific(value, precision);
-    case 2: return fixed(value, precision);
+    case 2:
+        return suppressZeros(fixed(value, precision), style.zeros);
     case 3:
-    case 4: return sign + feetInches(mag, mode, std::min(precision, 8));
-    case 5: return sign + fraction(mag, std::min(precision, 8), true, false);
+    case 4:
+        return sign + inputForm(feetInches(mag, mode, std::min(precision, 8)));
+    case 5:
+        return sign + inputForm(fraction(mag, std::min(precision, 8), true, false));
     default: throw Error(L"bad argument value: units mode " + std::to_wstring(mode));
     }
 }

@@ -1,6 +1,10 @@
 // Whole-file reading.
 #include "text.h"
 
+#include <locale.h>
+
+#include <clocale>
+#include <cwctype>
 #include <fstream>
 #include <sstream>
 
@@ -14,6 +18,44 @@ std::wstring readTextFile(const std::filesystem::path& file) {
     std::ostringstream buf;
     buf << in.rdbuf();
     return fromUtf8(buf.str());
+}
+
+namespace {
+
+// The character classes of UTF-8 text, whatever the process's own locale is.
+class UnicodeCase {
+public:
+    UnicodeCase() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr))) {}
+    ~UnicodeCase() {
+        if (locale_) freelocale(locale_);
+    }
+    UnicodeCase(const UnicodeCase&) = delete;
+    UnicodeCase& operator=(const UnicodeCase&) = delete;
+    wchar_t upper(wchar_t c) const {
+        return static_cast<wchar_t>(locale_ ? towupper_l(static_cast<wint_t>(c), locale_)
+                                            : std::towupper(c));
+    }
+    wchar_t lower(wchar_t c) const {
+        return static_cast<wchar_t>(locale_ ? towlower_l(static_cast<wint_t>(c), locale_)
+                                            : std::towlower(c));
+    }
+
+private:
+    locale_t locale_;
+};
+
+const UnicodeCase& unicodeCase() {
+    static const UnicodeCase cases;
+    return cases;
+}
+
+}  // namespace
+
+wchar_t upperChar(wchar_t c) {
+    return c < 0x80 ? static_cast<wchar_t>(std::towupper(c)) : unicodeCase().upper(c);
+}
+wchar_t lowerChar(wchar_t c) {
+    return c < 0x80 ? static_cast<wchar_t>(std::towlower(c)) : unicodeCase().lower(c);
 }
 
 }  // namespace lisp

@@ -17,4 +17,9 @@ inline std::wstring fromUtf8(std::string_view s) {
 // The whole text of a file; throws Error when it cannot be read.
 std::wstring readTextFile(const std::filesystem::path& file);
 
+// Upper and lower case of one character, for all of Unicode's one-to-one case pairs
+// (letters with accents, Greek, Cyrillic ...); other characters are returned as they are.
+wchar_t upperChar(wchar_t c);
+wchar_t lowerChar(wchar_t c);
+
 }  // namespace lisp

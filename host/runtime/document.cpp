@@ -13,6 +13,7 @@ Document::Document(int id, std::wstring fileName)
     defineHostFunctions(*interp_);
     defineEntityFunctions(*interp_);
     defineCommandFunctions(*interp_);
+    defineDictionaryFunctions(*interp_);
 }
 
 // A drawing's command line goes with its database.

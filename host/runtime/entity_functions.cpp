@@ -3,10 +3,12 @@
 // selection sets (ssget, ssadd, ssdel, ssname, sslength, ssmemb). They work on the
 // current drawing's database through the drawing's group-list functions.
 
+#include "dbobjptr.h"
 #include "lisp/args.h"
 #include "runtime/drawing/drawing_internal.h"
 #include "runtime/drawing/entity_lists.h"
 #include "runtime/drawing/resbuf_chain.h"
+#include "runtime/drawing/xdata_size.h"
 #include "runtime/host_impl.h"
 
 namespace kelvo::host {
@@ -238,13 +240,20 @@ Value entlastFn(Interp&, Values& values) {
     return nameValue(drawing::lastEntity(currentDatabase()));
 }
 
-Value handentFn(Interp&, Values& values) {
+// ERRNO when a handle names no entity.
+constexpr int kErrnoBadHandle = 13;
+
+Value handentFn(Interp& in, Values& values) {
     Args args(values, 1, 1);
     AcDbHandle handle(args.string(0).c_str());
     AcDbObjectId id;
-    if (handle.isNull() || currentDatabase().getAcDbObjectId(id, false, handle) != Acad::eOk) return {};
     // An entity erased in this session is still found, so that entdel can bring it back.
-    return drawing::peekObject(id) ? nameValue(id) : Value();
+    if (handle.isNull() || currentDatabase().getAcDbObjectId(id, false, handle) != Acad::eOk ||
+        !drawing::peekObject(id)) {
+        in.setErrno(kErrnoBadHandle);
+        return {};
+    }
+    return nameValue(id);
 }
 
 Value regappFn(Interp&, Values& values) {
@@ -353,14 +362,42 @@ Value ssmembFn(Interp&, Values& values) {
     return std::find(set.begin(), set.end(), id) == set.end() || id.isNull() ? Value() : args[0];
 }
 
+// (xdsize list): the bytes the extended data of the list, ((-3 ("APP" groups...))) or
+// (("APP" groups...)), takes in an object; nil when it is not extended data.
+Value xdsizeFn(Interp&, Values& values) {
+    Args args(values, 1, 1);
+    Value list = args.list(0);
+    bool marked = list.isCons() && list.car().isCons() && list.car().car().type() == Type::Int &&
+                  list.car().car().asInt() == AcDb::kDxfXDataStart;
+    if (!marked) list = Value::list({Value::cons(Value::integer(AcDb::kDxfXDataStart), list)});
+    try {
+        RbChain chain = listChain(list);
+        return Value::integer(static_cast<std::int32_t>(drawing::xdataBytes(chain.get())));
+    } catch (const lisp::Error&) {
+        return {};
+    }
+}
+
+// (xdroom ename): the bytes of extended data the object can still take.
+Value xdroomFn(Interp&, Values& values) {
+    Args args(values, 1, 1);
+    AcDbObjectId id = idArgument(args, 0);
+    if (id.isNull()) return {};
+    AcDbObjectPointer<AcDbObject> object(id, AcDb::kForRead);
+    if (!object) return {};
+    RbChain xdata(object->xData(nullptr));
+    return Value::integer(
+        static_cast<std::int32_t>(drawing::xdataLimit() - drawing::xdataBytes(xdata.get())));
+}
+
 constexpr lisp::Builtin kEntityFunctions[] = {
-    {L"entget", entgetFn},     {L"entmake", entmakeFn},     {L"entmakex", entmakexFn},
-    {L"entmod", entmodFn},     {L"entdel", entdelFn},       {L"entupd", entupdFn},
-    {L"entnext", entnextFn},   {L"entlast", entlastFn},     {L"handent", handentFn},
-    {L"regapp", regappFn},     {L"tblsearch", tblsearchFn}, {L"tblnext", tblnextFn},
-    {L"tblobjname", tblobjnameFn},
-    {L"ssget", ssgetFn},       {L"ssadd", ssaddFn},         {L"ssdel", ssdelFn},
-    {L"ssname", ssnameFn},     {L"sslength", sslengthFn},   {L"ssmemb", ssmembFn},
+    {L"xdsize", xdsizeFn},       {L"xdroom", xdroomFn},     {L"entget", entgetFn},
+    {L"entmake", entmakeFn},     {L"entmakex", entmakexFn}, {L"entmod", entmodFn},
+    {L"entdel", entdelFn},       {L"entupd", entupdFn},     {L"entnext", entnextFn},
+    {L"entlast", entlastFn},     {L"handent", handentFn},   {L"regapp", regappFn},
+    {L"tblsearch", tblsearchFn}, {L"tblnext", tblnextFn},   {L"tblobjname", tblobjnameFn},
+    {L"ssget", ssgetFn},         {L"ssadd", ssaddFn},       {L"ssdel", ssdelFn},
+    {L"ssname", ssnameFn},       {L"sslength", sslengthFn}, {L"ssmemb", ssmembFn},
 };
 
 }  // namespace

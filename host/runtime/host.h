@@ -66,8 +66,12 @@ public:
     UiBackend& ui();
     void setUi(std::unique_ptr<UiBackend> backend);
 
-    // Host variables (ACADPREFIX ...), as LISP's getvar sees them. setVar changes a
-    // variable that exists and is not read-only; defineVar creates or replaces one.
+    // System variables (the table in sysvar_table.tsv, the drawing's header variables),
+    // as LISP's getvar sees them; nullopt for a name the host does not have. setVar
+    // changes a variable that exists, is not read-only, and takes the value (its type,
+    // its range); false otherwise, nothing changed. defineVar is the host's own write:
+    // it sets a read-only variable too (ACADPREFIX at start, ERRNO after a call), or
+    // creates one the table does not have.
     std::optional<lisp::Value> getVar(std::wstring_view name) const;
     bool setVar(std::wstring_view name, const lisp::Value& value);
     void defineVar(std::wstring_view name, lisp::Value value);

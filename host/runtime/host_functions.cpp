@@ -26,9 +26,8 @@ Value getvarFn(Interp&, Values& values) {
 Value setvarFn(Interp&, Values& values) {
     Args args(values, 2, 2);
     const std::wstring& name = args.string(0);
-    if (!Host::instance().getVar(name)) throw lisp::Error(L"setvar rejected: unknown variable " + name);
     if (!Host::instance().setVar(name, args[1]))
-        throw lisp::Error(L"setvar rejected: " + name + L" cannot be set to " +
+        throw lisp::Error(L"variable setting rejected: " + Interp::prin1String(args[0]) + L" " +
                           Interp::prin1String(args[1]));
     return args[1];
 }
@@ -158,6 +157,10 @@ lisp::InterpIO makeInterpIO() {
     io.write = [](std::wstring_view text) { Host::instance().write(text); };
     io.readLine = [](std::wstring_view prompt) { return Host::instance().readInputLine(prompt); };
     io.findFile = findSupportFile;
+    io.getVar = [](std::wstring_view name) { return Host::instance().getVar(name); };
+    io.setVar = [](std::wstring_view name, Value value) {
+        Host::instance().defineVar(name, std::move(value));
+    };
     return io;
 }
 

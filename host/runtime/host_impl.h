@@ -2,6 +2,7 @@
 // Private to host/runtime.
 #pragma once
 
+#include <chrono>
 #include <deque>
 #include <map>
 #include <memory>
@@ -10,9 +11,9 @@
 
 #include "acdocman.h"
 #include "dbmain.h"
-#include "rxobject.h"
 #include "runtime/host.h"
 #include "runtime/ui_backend.h"
+#include "rxobject.h"
 
 namespace kelvo::host {
 
@@ -49,6 +50,9 @@ public:
     lisp::Interp& interp() { return *interp_; }
     // (module id, code) -> entry
     std::map<std::pair<int, int>, ExternalEntry>& functions() { return functions_; }
+    // The drawing's own system variables that its database does not keep (upper-case
+    // names; a variable not here has its default).
+    std::map<std::wstring, lisp::Value>& variables() { return variables_; }
 
 private:
     int id_;
@@ -56,6 +60,7 @@ private:
     std::unique_ptr<AcDbDatabase> db_;
     std::unique_ptr<lisp::Interp> interp_;
     std::map<std::pair<int, int>, ExternalEntry> functions_;
+    std::map<std::wstring, lisp::Value> variables_;
 };
 
 struct RawCapture;
@@ -88,7 +93,8 @@ struct Host::Impl {
 
     std::vector<CallFrame*> calls;
     std::unique_ptr<UiBackend> ui;
-    std::map<std::wstring, lisp::Value> vars;   // upper-case names
+    std::map<std::wstring, lisp::Value> vars;  // session variables set, upper-case names
+    std::chrono::steady_clock::time_point started = std::chrono::steady_clock::now();
 
     Document* currentDocument() const;
     Document* findDocument(int id) const;
@@ -104,6 +110,8 @@ void defineHostFunctions(lisp::Interp& interp);
 void defineEntityFunctions(lisp::Interp& interp);
 // command and vl-cmdf (host/runtime/commands).
 void defineCommandFunctions(lisp::Interp& interp);
+// The dictionary functions (namedobjdict, dictsearch, dictnext, dictadd ...).
+void defineDictionaryFunctions(lisp::Interp& interp);
 lisp::InterpIO makeInterpIO();
 
 }  // namespace kelvo::host

@@ -7,10 +7,10 @@ source "$tests/shell/assert.bash"
 data=$(cd "$tests/../../shared/testdata/dxf" && pwd)
 
 # A test drawing opened, saved in both formats and pictured.
-"$host" --no-module --drawing "$data/libredwg__sample_2000.dxf" -e '(getvar "DWGNAME")' \
+"$host" --no-module --drawing "$data/libredwg__sample_2000.dxf" -e '(strcat (getvar "DWGPREFIX") (getvar "DWGNAME"))' \
   --save plan.dwg --render plan.svg >out.txt 2>err.txt
 expect_eq "runs" 0 $?
-expect_eq "DWGNAME is the file opened" "\"$data/libredwg__sample_2000.dxf\"" "$(cat out.txt)"
+expect_eq "DWGPREFIX and DWGNAME are the file opened" "\"$data/libredwg__sample_2000.dxf\"" "$(cat out.txt)"
 expect_eq "the binary file's signature" "KELVODWG" "$(head -c 8 plan.dwg)"
 expect_contains "an SVG picture" "<svg" "$(cat plan.svg)"
 count='(progn (setq n 0 e (entnext)) (while e (setq n (1+ n) e (entnext e))) n)'

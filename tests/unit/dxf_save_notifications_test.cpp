@@ -69,7 +69,9 @@ TEST_F(SaveNotifications, EveryReactorHearsTheAbsoluteNameWritten) {
     EXPECT_EQ(first_.events, want);
     EXPECT_EQ(second_.events, want);
     EXPECT_EQ(std::wstring(acDocManagerPtr()->curDocument()->fileName()), expected);
-    EXPECT_EQ(Host::instance().getVar(L"DWGNAME")->asString(), expected);
+    EXPECT_EQ(Host::instance().getVar(L"DWGPREFIX")->asString() +
+                  Host::instance().getVar(L"DWGNAME")->asString(),
+              expected);
     EXPECT_TRUE(fs::exists(dir_ / "plan.dxf"));
 
     // Saved again without a name: under the document's own.

@@ -19,7 +19,11 @@ public:
                        input_.pop_front();
                        return line;
                    },
-                   [](std::wstring_view) -> std::optional<std::filesystem::path> { return std::nullopt; }}) {}
+                   [](std::wstring_view) -> std::optional<std::filesystem::path> {
+                       return std::nullopt;
+                   },
+                   {},
+                   {}}) {}
 
     // Evaluates the source and returns the prin1 form of the last value.
     std::wstring run(std::wstring_view source) { return Interp::prin1String(interp_.evalString(source)); }

@@ -6,8 +6,8 @@
 //   closed --open(write)--> writing --close--> closed
 //   reading(1) --upgradeOpen--> writing --downgradeOpen--> reading(1)
 
-#include <cstdio>
 #include <algorithm>
+#include <cstdio>
 #include <cwchar>
 
 #include "dbdict.h"
@@ -18,6 +18,7 @@
 #include "runtime/drawing/object_filing.h"
 #include "runtime/drawing/proxy_data.h"
 #include "runtime/drawing/resbuf_chain.h"
+#include "runtime/drawing/xdata_size.h"
 
 using namespace kelvo::drawing;
 
@@ -112,6 +113,18 @@ bool isRegistered(AcDbDatabase* db, const std::wstring& name) {
 }
 
 }  // namespace
+
+std::size_t xdataBytes(const resbuf* xdata) {
+    std::size_t bytes = 0;
+    for (const resbuf* rb = xdata; rb; rb = rb->rbnext)
+        if (rb->restype != AcDb::kDxfXDataStart) bytes += xdataItemSize(rb);
+    return bytes;
+}
+
+std::size_t xdataLimit() {
+    return kMaxXDataBytes;
+}
+
 }  // namespace kelvo::drawing
 
 AcGiDrawable::~AcGiDrawable() = default;

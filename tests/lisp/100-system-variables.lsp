@@ -1,0 +1,37 @@
+;; args: --no-module
+; System variables as a script sees them: types and defaults, one value per drawing or
+; per session, values the host works out, and the writes the host refuses.
+(defun try (name value / r)
+  (setq r (vl-catch-all-apply 'setvar (list name value)))
+  (list name (if (vl-catch-all-error-p r) (vl-catch-all-error-message r) r) (getvar name)))
+(prin1 (mapcar 'getvar '("CTAB" "CECOLOR" "CMDECHO" "OSMODE" "LUNITS" "MAXSORT" "USERI1" "USERS1"))) (terpri)
+(prin1 (mapcar '(lambda (n) (type (getvar n))) '("DATE" "CDATE" "MILLISECS" "TDCREATE" "HANDSEED" "EXTMIN"))) (terpri)
+(prin1 (list (getvar "DWGNAME") (= (getvar "DWGPREFIX") "") (getvar "nosuch"))) (terpri)
+(prin1 (try "EXTMIN" '(0 0 0))) (terpri)
+(prin1 (try "ERRNO" 0)) (terpri)
+(prin1 (try "LUNITS" 6)) (terpri)
+(prin1 (try "USERI1" 1.5)) (terpri)
+(prin1 (try "USERI1" 12)) (terpri)
+(prin1 (try "USERR2" 3)) (terpri)
+(prin1 (try "CECOLOR" "3")) (terpri)
+(prin1 (try "NOSUCH" 1)) (terpri)
+; rtos, angtos and distof follow the units variables
+(setvar "LUNITS" 4)
+(setvar "LUPREC" 3)
+(prin1 (list (rtos 17.5) (distof "1'-5 1/2\""))) (terpri)
+(setvar "AUNITS" 1)
+(setvar "AUPREC" 4)
+(prin1 (list (angtos (/ pi 3)) (angtof "60d0'"))) (terpri)
+; ERRNO tells why a call answered nil
+(findfile "no-such-file.lsp")
+(prin1 (getvar "ERRNO")) (terpri)
+(close (open "here.txt" "w"))
+(findfile "here.txt")
+(prin1 (getvar "ERRNO")) (terpri)
+; the other drawing has its own drawing variables and shares the session's
+(setvar "CMDECHO" 0)
+(host:new)
+(prin1 (mapcar 'getvar '("USERI1" "LUNITS" "CECOLOR" "CMDECHO" "DWGNAME"))) (terpri)
+(host:activate 0)
+(prin1 (mapcar 'getvar '("USERI1" "LUNITS" "CECOLOR" "CMDECHO" "DWGNAME"))) (terpri)
+(princ)
