@@ -23,9 +23,11 @@ struct SharedNames {
     std::vector<std::filesystem::path> loadAll;  // loaded by interpreters made later
 };
 
+// Kept for the life of the process: interpreters owned by objects with static storage
+// (the host's documents) close their namespace after function-local statics are gone.
 SharedNames& shared() {
-    static SharedNames names;
-    return names;
+    static SharedNames* names = new SharedNames;
+    return *names;
 }
 
 Value fnBbSet(Interp&, std::vector<Value>& args) {

@@ -13,9 +13,8 @@ namespace {
 
 std::filesystem::path testdataDir() {
     if (const char* env = std::getenv("KELVO_TESTDATA")) return std::filesystem::path(env) / "lisp";
-    // <source>/tests/unit/this-file -> <source>/../shared/testdata
-    auto source = std::filesystem::path(__FILE__).parent_path().parent_path().parent_path();
-    return source.parent_path() / "shared" / "testdata" / "lisp";
+    // <source>/../shared/testdata
+    return std::filesystem::path(KELVO_SOURCE_DIR).parent_path() / "shared" / "testdata" / "lisp";
 }
 
 TEST(LispTestdata, ReaderReadsEverySharedFile) {
