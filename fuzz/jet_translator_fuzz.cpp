@@ -40,21 +40,26 @@ std::optional<std::string> savedQuery(std::string_view name) {
     return std::nullopt;
 }
 
-std::unique_ptr<sqlite3, Closer> openDatabase() {
-    sqlite3* raw = nullptr;
-    FUZZ_CHECK(sqlite3_open(":memory:", &raw) == SQLITE_OK, "an in-memory database opens");
-    std::unique_ptr<sqlite3, Closer> db(raw);
-    kelvo::jet::registerCollation(raw);
-    kelvo::jet::registerFunctions(raw);
-    FUZZ_CHECK(sqlite3_exec(raw, kSchema, nullptr, nullptr, nullptr) == SQLITE_OK,
-               "the fuzz schema is made");
-    sqlite3_limit(raw, SQLITE_LIMIT_LENGTH, 1 << 20);
-    // Bounded work: a statement stops after some virtual machine steps.
-    static int steps;
+int steps = 0;
+
+// One database for the whole run: statements run in a transaction that is rolled back.
+sqlite3* database() {
+    static const std::unique_ptr<sqlite3, Closer> db = [] {
+        sqlite3* raw = nullptr;
+        FUZZ_CHECK(sqlite3_open(":memory:", &raw) == SQLITE_OK, "an in-memory database opens");
+        std::unique_ptr<sqlite3, Closer> owned(raw);
+        kelvo::jet::registerCollation(raw);
+        kelvo::jet::registerFunctions(raw);
+        FUZZ_CHECK(sqlite3_exec(raw, kSchema, nullptr, nullptr, nullptr) == SQLITE_OK,
+                   "the fuzz schema is made");
+        sqlite3_limit(raw, SQLITE_LIMIT_LENGTH, 1 << 20);
+        // Bounded work: a statement stops after some virtual machine steps.
+        sqlite3_progress_handler(
+            raw, 1000, [](void*) { return ++steps > 200 ? 1 : 0; }, nullptr);
+        return owned;
+    }();
     steps = 0;
-    sqlite3_progress_handler(
-        raw, 1000, [](void*) { return ++steps > 200 ? 1 : 0; }, nullptr);
-    return db;
+    return db.get();
 }
 
 void run(sqlite3* db, const std::string& sql) {
@@ -72,8 +77,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view sql(reinterpret_cast<const char*>(data), size);
     kelvo::jet::ParseOptions options;
     options.savedQuery = savedQuery;
-    auto db = openDatabase();
-    options.database = db.get();
+    sqlite3* db = database();
+    options.database = db;
     kelvo::jet::Statement statement;
     try {
         statement = kelvo::jet::parse(sql, options);
@@ -82,9 +87,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     if (const auto* query = std::get_if<kelvo::jet::Query>(&statement)) {
-        sqlite3_exec(db.get(), "BEGIN", nullptr, nullptr, nullptr);
-        run(db.get(), query->sqliteSql);
-        sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
+        run(db, query->sqliteSql);
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
     }
     return 0;
 }
