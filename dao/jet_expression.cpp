@@ -155,7 +155,6 @@ Expr Translator::operand(int level) {
             Expr left = operand(level + 1);
             while (true) {
                 std::string sql;
-                std::optional<DataType> type;
                 if (level == Concat && acceptSymbol("&")) {
                     Expr r = operand(level + 1);
                     left = combine(left, r, valueExpr("jet_cat(" + value(left) + ", " + value(r) +

@@ -1,7 +1,9 @@
 // Module start and stop, drawing open and close.
 #include "module/lifecycle.h"
 
+#include <exception>
 #include <memory>
+#include <new>
 
 #include "acdocman.h"
 #include "adslib.h"
@@ -15,6 +17,7 @@
 #include "module/function_tables.h"
 #include "module/random_numbers.h"
 #include "module/running_lock.h"
+#include "utf8.h"
 
 namespace kelvo {
 namespace {
@@ -76,7 +79,9 @@ AcRx::AppRetCode closeDrawing() {
     return AcRx::kRetOK;
 }
 
-AcRx::AppRetCode dispatchAppMessage(AcRx::AppMsgCode msg, void* pkt) {
+namespace {
+
+AcRx::AppRetCode dispatch(AcRx::AppMsgCode msg, void* pkt) {
     switch (msg) {
         case AcRx::kInitAppMsg:
             return startModule(pkt);
@@ -89,6 +94,20 @@ AcRx::AppRetCode dispatchAppMessage(AcRx::AppMsgCode msg, void* pkt) {
         default:
             return AcRx::kRetOK;
     }
+}
+
+}  // namespace
+
+AcRx::AppRetCode dispatchAppMessage(AcRx::AppMsgCode msg, void* pkt) {
+    // Nothing may leave the module through its entry point: the host is not ours.
+    try {
+        return dispatch(msg, pkt);
+    } catch (const std::bad_alloc&) {
+        acutPrintf(L"\nTarvik Kelvo: out of memory\n");
+    } catch (const std::exception& e) {
+        acutPrintf(L"\nTarvik Kelvo: %s\n", fromUtf8(e.what()).c_str());
+    }
+    return AcRx::kRetError;
 }
 
 }  // namespace kelvo

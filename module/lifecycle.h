@@ -20,7 +20,8 @@ AcRx::AppRetCode openDrawing();
 // the head record, and drops every record when no other document stays open.
 AcRx::AppRetCode closeDrawing();
 
-// The entry point's dispatch: the four messages above, kRetOK for any other.
+// The entry point's dispatch: the four messages above, kRetOK for any other. An exception
+// (memory running out) is printed and answers kRetError; none leaves the module.
 AcRx::AppRetCode dispatchAppMessage(AcRx::AppMsgCode msg, void* pkt);
 
 }  // namespace kelvo

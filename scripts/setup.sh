@@ -3,7 +3,8 @@
 # Safe to run again: it does nothing when everything is there.
 set -euo pipefail
 packages=(cmake g++ make pkg-config libgtest-dev libgmock-dev libbenchmark-dev
-          libsqlite3-dev libedit-dev libcairo2-dev mdbtools)
+          libsqlite3-dev libedit-dev libcairo2-dev mdbtools
+          clang libclang-rt-14-dev)   # clang and libFuzzer: make fuzz
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

@@ -6,10 +6,13 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <iostream>
+#include <new>
 #include <sstream>
 
+#include "lisp/text.h"
 #include "runtime/drawing_files.h"
 #include "runtime/host.h"
 #include "utf8.h"
@@ -86,12 +89,11 @@ Options parseOptions(int argc, char** argv) {
     return o;
 }
 
+// nullopt when the file cannot be opened or a read fails part way.
 std::optional<std::wstring> readTextFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return fromUtf8(ss.str(), kelvo::InvalidBytes::Latin1);   // LISP files may be in a code page
+    std::string bytes;
+    if (!lisp::readFileBytes(path, bytes)) return std::nullopt;
+    return fromUtf8(bytes, kelvo::InvalidBytes::Latin1);   // LISP files may be in a code page
 }
 
 std::vector<std::wstring> readLines(const std::string& path) {
@@ -242,9 +244,7 @@ bool finishDrawing(const Options& o) {
     }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     Options o = parseOptions(argc, argv);
     if (o.ui == "qt") usageError("the qt backend is not available in this build; use --ui console");
     configureHost(o);
@@ -293,4 +293,22 @@ int main(int argc, char** argv) {
     if (running) ok = finishDrawing(o) && ok;
     host.shutdown();
     return ok ? 0 : 1;
+}
+
+}  // namespace
+
+// What no handler below caught (memory running out while the host starts or stops, a
+// module's failure outside any LISP call) ends the run with a message and status 1,
+// never an abort.
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "kelvo-host: out of memory\n");
+    } catch (const std::exception& e) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "kelvo-host: %s\n", e.what());
+    }
+    return 1;
 }

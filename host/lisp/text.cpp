@@ -3,21 +3,45 @@
 
 #include <locale.h>
 
+#include <cerrno>
 #include <clocale>
+#include <cstdio>
 #include <cwctype>
-#include <fstream>
-#include <sstream>
+#include <memory>
 
 #include "interp.h"
 
 namespace lisp {
 
+namespace {
+
+struct FileCloser {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+
+}  // namespace
+
+bool readFileBytes(const std::filesystem::path& file, std::string& out) {
+    out.clear();
+    std::unique_ptr<std::FILE, FileCloser> in(std::fopen(file.c_str(), "rb"));
+    if (!in) return false;
+    char block[65536];
+    for (;;) {
+        const std::size_t n = std::fread(block, 1, sizeof block, in.get());
+        out.append(block, n);
+        if (n < sizeof block) break;
+    }
+    if (std::ferror(in.get())) {
+        if (errno == 0) errno = EIO;
+        return false;
+    }
+    return true;
+}
+
 std::wstring readTextFile(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) throw Error(L"cannot read file: " + file.wstring());
-    std::ostringstream buf;
-    buf << in.rdbuf();
-    return fromUtf8(buf.str());
+    std::string bytes;
+    if (!readFileBytes(file, bytes)) throw Error(L"cannot read file: " + file.wstring());
+    return fromUtf8(bytes);
 }
 
 namespace {

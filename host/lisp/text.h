@@ -16,6 +16,9 @@ inline std::wstring fromUtf8(std::string_view s) {
 }
 // The whole text of a file; throws Error when it cannot be read.
 std::wstring readTextFile(const std::filesystem::path& file);
+// The bytes of a whole file; false (with errno set) when it cannot be opened or a read
+// fails part way, so that a damaged read is never taken for a shorter file.
+bool readFileBytes(const std::filesystem::path& file, std::string& out);
 
 // Upper and lower case of one character, for all of Unicode's one-to-one case pairs
 // (letters with accents, Greek, Cyrillic ...); other characters are returned as they are.

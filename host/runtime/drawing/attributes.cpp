@@ -4,6 +4,7 @@
 #include "dbents.h"
 #include "dbfiler.h"
 #include "runtime/drawing/dxf_item.h"
+#include "runtime/drawing/enum_values.h"
 
 using namespace kelvo::drawing;
 
@@ -116,7 +117,10 @@ Acad::ErrorStatus AcDbAttributeDefinition::dxfInFields(AcDbDxfFiler* filer) {
             case 2: tag_ = item.text(); break;
             case 3: prompt_ = item.text(); break;
             case 70: flags_ = static_cast<Adesk::Int16>(item.integer()); break;
-            case 74: setVerticalMode(static_cast<AcDb::TextVertMode>(item.integer())); break;
+            case 74:
+                if (kelvo::drawing::isTextVertMode(item.integer()))
+                    setVerticalMode(static_cast<AcDb::TextVertMode>(item.integer()));
+                break;
             default: break;
         }
     });
@@ -216,7 +220,10 @@ Acad::ErrorStatus AcDbAttribute::dxfInFields(AcDbDxfFiler* filer) {
         switch (item.code()) {
             case 2: tag_ = item.text(); break;
             case 70: flags_ = static_cast<Adesk::Int16>(item.integer()); break;
-            case 74: setVerticalMode(static_cast<AcDb::TextVertMode>(item.integer())); break;
+            case 74:
+                if (kelvo::drawing::isTextVertMode(item.integer()))
+                    setVerticalMode(static_cast<AcDb::TextVertMode>(item.integer()));
+                break;
             default: break;
         }
     });

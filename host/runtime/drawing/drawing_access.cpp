@@ -162,9 +162,11 @@ Acad::ErrorStatus setTableId(AcDbDatabase& db, TableKind kind, AcDbObjectId id) 
 
 namespace {
 
+// A slot that names no object, or an object of another kind (a damaged file), gets a new
+// table.
 template <class Table>
 AcDbObjectId ensureTable(AcDbDatabase& db, AcDbObjectId& slot) {
-    if (slot.isNull() || !peekObject(slot)) {
+    if (slot.isNull() || !Table::cast(peekObject(slot))) {
         AcDbObjectId id;
         auto* table = new Table();
         addObject(db, table, id);
@@ -217,7 +219,7 @@ Acad::ErrorStatus finishReading(AcDbDatabase& db, std::vector<std::wstring>* pro
     ensureTable<AcDbTextStyleTable>(db, d.textStyleTable);
     ensureTable<AcDbLinetypeTable>(db, d.linetypeTable);
     ensureTable<AcDbRegAppTable>(db, d.regAppTable);
-    if (d.namedObjects.isNull() || !peekObject(d.namedObjects)) {
+    if (d.namedObjects.isNull() || !AcDbDictionary::cast(peekObject(d.namedObjects))) {
         auto* nod = new AcDbDictionary();
         addObject(db, nod, d.namedObjects);
         nod->close();

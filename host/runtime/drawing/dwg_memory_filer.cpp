@@ -125,9 +125,22 @@ KELVO_VALUE_IO(UInt32, Adesk::UInt32, UInt32)
 KELVO_VALUE_IO(UInt16, Adesk::UInt16, UInt16)
 KELVO_VALUE_IO(UInt8, Adesk::UInt8, UInt8)
 KELVO_VALUE_IO(Boolean, Adesk::Boolean, Boolean)
-KELVO_VALUE_IO(Bool, bool, Bool)
 KELVO_VALUE_IO(Double, double, Double)
 #undef KELVO_VALUE_IO
+
+// A bool is written as one byte, 0 or 1; any other byte is damage (and no bool).
+Acad::ErrorStatus DwgMemoryFiler::readBool(bool* pVal) {
+    std::uint8_t byte = 0;
+    Acad::ErrorStatus es = get(Tag::Bool, &byte, sizeof byte);
+    if (es != Acad::eOk) return es;
+    if (byte > 1) return status_ = Acad::eDwgObjectImproperlyRead;
+    *pVal = byte == 1;
+    return Acad::eOk;
+}
+Acad::ErrorStatus DwgMemoryFiler::writeBool(bool val) {
+    const std::uint8_t byte = val ? 1 : 0;
+    return put(Tag::Bool, &byte, sizeof byte);
+}
 
 #define KELVO_GEOMETRY_IO(NAME, TYPE, TAG, N)                                          \
     Acad::ErrorStatus DwgMemoryFiler::read##NAME(TYPE* pVal) {                         \

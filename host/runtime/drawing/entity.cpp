@@ -8,6 +8,7 @@
 #include "runtime/drawing/dxf_item.h"
 #include "runtime/drawing/entity_support.h"
 #include "runtime/drawing/extents_draw.h"
+#include "runtime/drawing/enum_values.h"
 
 using namespace kelvo::drawing;
 
@@ -395,6 +396,9 @@ Acad::ErrorStatus AcDbEntity::dwgInFields(AcDbDwgFiler* filer) {
                       static_cast<Adesk::UInt8>(rgb));
     else
         color_.setColorIndex(index);
+    if (visibility != AcDb::kVisible && visibility != AcDb::kInvisible)
+        return Acad::eBadVisibilityValue;
+    if (!kelvo::drawing::isLineWeight(weight)) return Acad::eBadLineWeightValue;
     visibility_ = static_cast<AcDb::Visibility>(visibility);
     lineWeight_ = static_cast<AcDb::LineWeight>(weight);
     return Acad::eOk;
@@ -447,7 +451,10 @@ Acad::ErrorStatus AcDbEntity::dxfInFields(AcDbDxfFiler* filer) {
                               static_cast<Adesk::UInt8>(rgb));
                 break;
             }
-            case AcDb::kDxfLineWeight: lineWeight_ = static_cast<AcDb::LineWeight>(item.integer()); break;
+            case AcDb::kDxfLineWeight:
+                if (!kelvo::drawing::isLineWeight(item.integer())) bad = Acad::eBadLineWeightValue;
+                else lineWeight_ = static_cast<AcDb::LineWeight>(item.integer());
+                break;
             case AcDb::kDxfLinetypeScale:
                 if (item.real() <= 0) bad = Acad::eBadLinetypeScale;
                 else linetypeScale_ = item.real();

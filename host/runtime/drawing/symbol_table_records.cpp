@@ -8,6 +8,7 @@
 #include "dbsymtb.h"
 #include "runtime/drawing/drawing_internal.h"
 #include "runtime/drawing/dxf_item.h"
+#include "runtime/drawing/enum_values.h"
 
 using namespace kelvo::drawing;
 
@@ -216,6 +217,8 @@ Acad::ErrorStatus AcDbLayerTableRecord::dwgInFields(AcDbDwgFiler* filer) {
     acutDelString(description);
     color_.setColorIndex(color);
     linetype_ = linetype;
+    if (filer->filerStatus() == Acad::eOk && !kelvo::drawing::isLineWeight(weight))
+        return Acad::eBadLineWeightValue;
     lineWeight_ = static_cast<AcDb::LineWeight>(weight);
     return filer->filerStatus();
 }
@@ -258,7 +261,10 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
                 break;
             }
             case AcDb::kDxfBool: plottable_ = item.integer() != 0; break;
-            case AcDb::kDxfLineWeight: lineWeight_ = static_cast<AcDb::LineWeight>(item.integer()); break;
+            case AcDb::kDxfLineWeight:
+                if (!kelvo::drawing::isLineWeight(item.integer())) bad = Acad::eBadLineWeightValue;
+                else lineWeight_ = static_cast<AcDb::LineWeight>(item.integer());
+                break;
             default: break;
         }
     });

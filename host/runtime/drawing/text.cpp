@@ -9,6 +9,7 @@
 #include "runtime/drawing/dxf_item.h"
 #include "runtime/drawing/entity_support.h"
 #include "runtime/drawing/extents_draw.h"
+#include "runtime/drawing/enum_values.h"
 
 using namespace kelvo::drawing;
 
@@ -229,6 +230,9 @@ Acad::ErrorStatus AcDbText::dwgInFields(AcDbDwgFiler* filer) {
     text_ = text ? text : L"";
     acutDelString(text);
     style_ = style;
+    if (filer->filerStatus() == Acad::eOk &&
+        (!kelvo::drawing::isTextHorzMode(h) || !kelvo::drawing::isTextVertMode(v)))
+        return Acad::eInvalidInput;
     horizontal_ = static_cast<AcDb::TextHorzMode>(h);
     vertical_ = static_cast<AcDb::TextVertMode>(v);
     return filer->filerStatus();
@@ -276,8 +280,14 @@ Acad::ErrorStatus AcDbText::dxfInTextFields(AcDbDxfFiler* filer) {
                 break;
             }
             case 71: generation_ = static_cast<Adesk::Int16>(item.integer()); break;
-            case 72: horizontal_ = static_cast<AcDb::TextHorzMode>(item.integer()); break;
-            case 73: vertical_ = static_cast<AcDb::TextVertMode>(item.integer()); break;
+            case 72:
+                if (!kelvo::drawing::isTextHorzMode(item.integer())) bad = Acad::eInvalidInput;
+                else horizontal_ = static_cast<AcDb::TextHorzMode>(item.integer());
+                break;
+            case 73:
+                if (!kelvo::drawing::isTextVertMode(item.integer())) bad = Acad::eInvalidInput;
+                else vertical_ = static_cast<AcDb::TextVertMode>(item.integer());
+                break;
             case 210: normal_ = item.point().asVector().normal(); break;
             default: break;
         }

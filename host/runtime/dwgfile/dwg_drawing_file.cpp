@@ -186,7 +186,10 @@ Acad::ErrorStatus readObject(DwgMemoryFiler& f, AcDbDatabase& db, std::wstring* 
     f.readBool(&entity);
     f.readUInt64(&handle);
     f.readInt32(&size);
-    if (f.filerStatus() != Acad::eOk || size < 0) return Acad::eDwgObjectImproperlyRead;
+    // A size beyond the bytes left is damage, found before anything is allocated for it.
+    const auto left = static_cast<Adesk::Int64>(f.bytes().size()) - f.tell();
+    if (f.filerStatus() != Acad::eOk || size < 0 || size > left)
+        return Acad::eDwgObjectImproperlyRead;
     std::vector<std::uint8_t> stream(static_cast<size_t>(size));
     if (f.readBytes(stream.data(), stream.size()) != Acad::eOk) return f.filerStatus();
     AcDbObject* object = nullptr;

@@ -371,7 +371,12 @@ private:
         bool hasFollowers = r.type() == L"POLYLINE" || (r.type() == L"INSERT" && find(r, 66));
         if (!hasFollowers) return i;
         while (i + 1 < s.records.size()) {
-            const Record& sub = s.records[++i];
+            // Only a vertex, an attribute or the end marker follows; any other record is
+            // the next entity of a file that left out SEQEND, and is read as one.
+            const Record& sub = s.records[i + 1];
+            if (sub.type() != L"VERTEX" && sub.type() != L"ATTRIB" && sub.type() != L"SEQEND")
+                break;
+            ++i;
             subEntity(sub, id);
             if (sub.type() == L"SEQEND") break;
         }

@@ -1,0 +1,1 @@
+CREATE UNIQUE INDEX ix ON pumps (name DESC, made) WITH IGNORE NULL

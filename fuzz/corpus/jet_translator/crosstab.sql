@@ -1,0 +1,1 @@
+TRANSFORM Sum(b) SELECT a FROM t GROUP BY a PIVOT e IN (True, False)

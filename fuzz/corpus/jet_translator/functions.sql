@@ -1,0 +1,1 @@
+SELECT Format(d, "yyyy-mm-dd"), DateAdd("m", 1, d), Mid(a, 2, 1), Nz(b, -1), UCase$(a), Len(a) FROM t

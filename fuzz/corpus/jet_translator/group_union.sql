@@ -1,0 +1,1 @@
+SELECT a, Count(*) AS n, Sum(c) FROM t GROUP BY a HAVING Count(*) > 0 UNION SELECT x, y, 0 FROM u

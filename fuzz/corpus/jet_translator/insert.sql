@@ -1,0 +1,1 @@
+INSERT INTO u (x, y) VALUES ("new", 5)

@@ -1,0 +1,1 @@
+SELECT DISTINCTROW t.a & "-" & u.x AS ax, IIf(IsNull(t.b), 0, t.b) FROM t INNER JOIN u ON t.a = u.x

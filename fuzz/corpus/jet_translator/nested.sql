@@ -1,0 +1,1 @@
+SELECT (((1 + 2) * 3) Mod 4) \ 2, 2 ^ 10, "its" FROM (SELECT a FROM t) AS s

@@ -1,0 +1,1 @@
+PARAMETERS [lo] Long, p Text(10); SELECT * FROM t WHERE b BETWEEN [lo] AND 10 OR a IN (SELECT x FROM u WHERE x <> p)

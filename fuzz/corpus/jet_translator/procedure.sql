@@ -1,0 +1,1 @@
+CREATE PROCEDURE byName ([n] Text) AS SELECT * FROM t WHERE a = [n]

@@ -1,0 +1,1 @@
+SELECT q1.a INTO copy FROM q1, qparam WHERE q1.b = -(-2)

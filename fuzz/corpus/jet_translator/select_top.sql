@@ -1,0 +1,1 @@
+SELECT TOP 2 a, b * 2 AS twice FROM t WHERE a LIKE "o*" AND d > #1/2/2003# ORDER BY b DESC

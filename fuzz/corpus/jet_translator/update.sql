@@ -1,0 +1,1 @@
+UPDATE t SET b = b + 1, a = "z" WHERE NOT e

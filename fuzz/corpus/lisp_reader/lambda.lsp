@@ -1,0 +1,1 @@
+(setq lst (mapcar (function (lambda (p) (+ (car p) (cdr p)))) (list (cons 1 2) (cons 3 4))))
