@@ -66,4 +66,12 @@ std::wstring fromUtf8(std::string_view text, InvalidBytes invalid) {
     return out;
 }
 
+std::filesystem::path utf8Path(std::wstring_view name) {
+    return std::filesystem::path(toUtf8(name));
+}
+
+std::wstring widePath(const std::filesystem::path& path) {
+    return fromUtf8(path.native());
+}
+
 }  // namespace kelvo
