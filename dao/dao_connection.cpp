@@ -136,6 +136,17 @@ std::int64_t Connection::dataVersion() {
     return value;
 }
 
+std::int64_t Connection::fileChangeCounter() {
+    // Rollback-journal files count their commits at offset 24 of the header.
+    sqlite3_file* file = nullptr;
+    unsigned char bytes[4] = {};
+    if (sqlite3_file_control(db_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+        file == nullptr || file->pMethods == nullptr ||
+        file->pMethods->xRead(file, bytes, sizeof bytes, 24) != SQLITE_OK)
+        return -1 - dataVersion();  // never equal to a counter read from the file
+    return static_cast<std::int64_t>(bytes[0]) << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
+}
+
 const TableSchema* Connection::schema(std::wstring_view table) {
     LockScope lock(LockAction::read);
     Statement& version = cached("PRAGMA schema_version");

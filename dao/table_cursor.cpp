@@ -158,7 +158,7 @@ void TableCursor::fetch(const std::vector<KeyValue>& bound, bool backward, bool 
                         std::size_t want) {
     LockScope lock(LockAction::read);
     // Taken before the rows: a change committed meanwhile makes the batch look stale.
-    version_ = connection_.dataVersion();
+    version_ = connection_.fileChangeCounter();
     rows_.clear();
     for (const Level& level : levels(bound, backward, inclusive)) {
         Statement& query = levelStatement(level, backward);
@@ -182,7 +182,7 @@ void TableCursor::position(bool backward) {
 }
 
 bool TableCursor::aheadFresh() const {
-    return stamp_ == connection_.ownChanges() && version_ == connection_.dataVersion();
+    return stamp_ == connection_.ownChanges() && version_ == connection_.fileChangeCounter();
 }
 
 void TableCursor::step(int direction) {
@@ -373,7 +373,7 @@ bool TableCursor::seek(std::wstring_view comparison, const COleVariant* keys, in
     batch_ = kFirstBatch;
     if (op == L"=") {
         LockScope lock(LockAction::read);
-        version_ = connection_.dataVersion();
+        version_ = connection_.fileChangeCounter();
         rows_.clear();
         Statement& query = levelStatement(Level{count, Compare::none}, false);
         for (int k = 0; k < count; ++k) bound[static_cast<std::size_t>(k)].bind(query, k + 1);

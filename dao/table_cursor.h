@@ -6,9 +6,9 @@
 // statement per key level, so every step is an index range scan), and the statement is
 // reset at once, so no read transaction outlives the call. Moving serves rows from the
 // batch while it is fresh: no write through this connection since it was read, and the
-// file's data version unchanged (no other connection or process committed since), so a
-// move always gives the record as committed when it is made; otherwise it reads the next
-// batch from the current key. Batches start small and
+// file's change counter unchanged (no other connection or process committed since), so
+// a move always gives the record as committed when it is made; otherwise it reads the
+// next batch from the current key. Batches start small and
 // double while moves go on in one direction. Seeks are `=` lookups on the index, bookmarks
 // are row ids, and the record count is kept until the file changes.
 #pragma once
@@ -96,7 +96,7 @@ private:
     std::size_t row_ = 0;
     int direction_ = 0;  // the batch's order: 1 forward, -1 backward, 0 a single record
     std::uint64_t stamp_ = 0;
-    std::int64_t version_ = -1;  // the file's data version when the batch was read
+    std::int64_t version_ = -1;  // the file's change counter when the batch was read
     std::size_t batch_ = 8;
 
     long count_ = -1;

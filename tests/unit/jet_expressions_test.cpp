@@ -175,8 +175,8 @@ TEST(JetExpressions, DeepNestingIsTooComplexNotACrash) {
 
     JetDb db;
     EXPECT_EQ(db.value(repeated("(", 40) + "1 + 2" + repeated(")", 40)), "3");
-    EXPECT_EQ(db.value(repeated("NOT ", 101) + "True"), "0");
-    EXPECT_EQ(db.value(repeated("- ", 100) + "7"), "7");
+    EXPECT_EQ(db.value(repeated("NOT ", 21) + "True"), "0");
+    EXPECT_EQ(db.value(repeated("- ", 20) + "7"), "7");
 }
 
 }  // namespace
