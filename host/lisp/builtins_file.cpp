@@ -54,7 +54,7 @@ Value fnOpen(Interp&, std::vector<Value>& args) {
     // Reading a device or a pipe may never end: only a regular file is read.
     std::error_code ec;
     if (m == L'r' && !std::filesystem::is_regular_file(kelvo::utf8Path(name), ec)) return {};
-    std::FILE* f = std::fopen(toUtf8(name).c_str(), cmode);
+    std::FILE* f = std::fopen(kelvo::utf8Path(name).c_str(), cmode);
     if (!f) return {};
     return Value(std::make_shared<FileObj>(name, f, m));
 }

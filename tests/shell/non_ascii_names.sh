@@ -60,6 +60,25 @@ rendered: Bild ü
 arxload: not loaded
 arxunload: not loaded" "$(sed '/^$/d' <<<"$out")"
 
+# A name that is not UTF-8 at all (Latin-1 bytes) is listed, and the name listed opens,
+# copies and deletes the file it came from.
+printf 'x\n' >"$dir/caf$(printf '\351').txt"
+cat >latin1.lsp <<LSP
+(setq name (car (vl-directory-files "$dir" "caf*" 1)))
+(princ (strcat "\nsize: " (itoa (vl-file-size (strcat "$dir/" name)))))
+(princ (strcat "\ncopied: " (itoa (vl-file-copy (strcat "$dir/" name) "copy.txt"))))
+(princ (strcat "\nread: " (read-line (setq f (open (strcat "$dir/" name) "r")))))
+(close f)
+(princ (strcat "\ndeleted: " (vl-prin1-to-string (vl-file-delete (strcat "$dir/" name)))))
+(princ)
+LSP
+out=$("$host" latin1.lsp 2>&1)
+expect_eq "a name that is not UTF-8 round-trips" "Loading Tarvik Kelvo (Direct)
+size: 2
+copied: 2
+read: x
+deleted: T" "$(sed '/^$/d' <<<"$out")"
+
 # The command-line options take such names too.
 out=$("$host" --drawing "$dir/Zeichnung ß.dwg" --save "$dir/Neu ø.dxf" --render "$dir/Neu ø.png" \
   -e '(vl-filename-base (getvar "DWGNAME"))' 2>&1)
