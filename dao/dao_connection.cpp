@@ -13,6 +13,8 @@
 #include "dao_errors.h"
 #include "jet_sql.h"
 #include "sqlite_errors.h"
+#include "utf8.h"
+#include "whole_file.h"
 
 namespace dao {
 namespace {
@@ -43,8 +45,8 @@ void exec(sqlite3* db, const char* sql) {
 
 std::wstring absolutePath(const std::wstring& path) {
     std::error_code ec;
-    const fs::path full = fs::absolute(fs::path(path), ec);
-    return ec ? path : full.lexically_normal().wstring();
+    const fs::path full = fs::absolute(kelvo::utf8Path(path), ec);
+    return ec ? path : kelvo::widePath(full.lexically_normal());
 }
 
 }  // namespace
@@ -55,18 +57,21 @@ Connection::Connection(const std::wstring& path, Mode mode, bool exclusive, bool
     LockScope lock(LockAction::open);
     const std::string name = utf8(path_);
     std::error_code ec;
-    const bool exists = fs::exists(fs::path(path_), ec);
+    const bool exists = fs::exists(kelvo::utf8Path(path_), ec);
     if (mode == Mode::create) {
         if (exists) throwError(kDatabaseExists);
-        const fs::path parent = fs::path(path_).parent_path();
+        const fs::path parent = kelvo::utf8Path(path_).parent_path();
         if (!parent.empty() && !fs::is_directory(parent, ec))
-            throwError(kInvalidPath, {parent.wstring()});
+            throwError(kInvalidPath, {kelvo::widePath(parent)});
         readOnly_ = false;
     } else {
-        if (!exists || fs::is_directory(fs::path(path_), ec)) throwError(kFileNotFound, {path_});
-        if (fs::file_size(fs::path(path_), ec) == 0) throwError(kUnrecognizedFormat, {path_});
+        if (!exists || fs::is_directory(kelvo::utf8Path(path_), ec))
+            throwError(kFileNotFound, {path_});
+        if (!fs::is_regular_file(kelvo::utf8Path(path_), ec)) throwError(kCannotOpenFile, {path_});
+        if (fs::file_size(kelvo::utf8Path(path_), ec) == 0)
+            throwError(kUnrecognizedFormat, {path_});
         if (::access(name.c_str(), R_OK) != 0) throwError(kCannotOpenFile, {path_});
-        if (::access(name.c_str(), W_OK) != 0) readOnly_ = true;
+        if (kelvo::isReadOnlyFile(name)) readOnly_ = true;
     }
     const int flags = (readOnly_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
                       (mode == Mode::create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
@@ -107,7 +112,7 @@ void Connection::setUp(bool exclusive) {
 void Connection::verify() {
     exec(db_.get(), "SELECT count(*) FROM sqlite_schema");
     std::error_code ec;
-    if (fs::file_size(fs::path(path_), ec) > kCheckedSize) return;
+    if (fs::file_size(kelvo::utf8Path(path_), ec) > kCheckedSize) return;
     Statement check(db_.get(), "PRAGMA quick_check(1)");
     if (!check.step() || check.text(0) != "ok") throwError(kUnrecognizedFormat, {path_});
 }
@@ -129,6 +134,17 @@ std::int64_t Connection::dataVersion() {
     const std::int64_t value = version.integer(0);
     version.reset();
     return value;
+}
+
+std::int64_t Connection::fileChangeCounter() {
+    // Rollback-journal files count their commits at offset 24 of the header.
+    sqlite3_file* file = nullptr;
+    unsigned char bytes[4] = {};
+    if (sqlite3_file_control(db_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+        file == nullptr || file->pMethods == nullptr ||
+        file->pMethods->xRead(file, bytes, sizeof bytes, 24) != SQLITE_OK)
+        return -1 - dataVersion();  // never equal to a counter read from the file
+    return static_cast<std::int64_t>(bytes[0]) << 24 | bytes[1] << 16 | bytes[2] << 8 | bytes[3];
 }
 
 const TableSchema* Connection::schema(std::wstring_view table) {

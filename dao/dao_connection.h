@@ -48,6 +48,10 @@ public:
     std::uint64_t ownChanges() const { return ownChanges_; }
     void noteChange() { ++ownChanges_; }
     std::int64_t dataVersion();
+    // The file change counter of the database header, read without taking a lock: every
+    // commit by any connection (this one too) changes it. One read of four bytes, to tell
+    // cheaply whether the file may have changed since a batch was read.
+    std::int64_t fileChangeCounter();
 
     // Table schemas, read once and forgotten on any change of the schema.
     const TableSchema* schema(std::wstring_view table);

@@ -86,6 +86,7 @@ constexpr Message kMessages[] = {
     {kRequiredNull, L"The field '|1' cannot contain a Null value because the Required property for this field is set to True. Enter a value in this field."},
     {kZeroLength, L"Field '|1' cannot be a zero-length string."},
     {kUnrecognizedFormat, L"Unrecognized database format '|1'."},
+    {kQueryTooComplex, L"Query is too complex."},
     {kNameExistsInCollection, L"Cannot append. An object with that name already exists in the collection."},
     {kTableOrConstraintNotFound, L"Cannot find table or constraint."},
     {kTableNotExists, L"Table '|1' does not exist."},

@@ -57,6 +57,7 @@ Expr Translator::expression() {
 }
 
 Expr Translator::operand(int level) {
+    DepthGuard depth(*this);
     switch (level) {
         case Imp: case Eqv: case Xor: case Or: case And: {
             static constexpr std::string_view kWords[] = {"imp", "eqv", "xor", "or", "and"};

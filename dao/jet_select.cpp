@@ -290,6 +290,7 @@ std::string Translator::joinChain() {
 }
 
 std::string Translator::tableSource() {
+    DepthGuard depth(*this);
     if (acceptSymbol("(")) {
         if (atKeyword("select")) {
             std::string sql = subquery();

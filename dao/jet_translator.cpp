@@ -76,6 +76,11 @@ std::string Translator::textFrom(size_t tokenIndex) const {
     return end > begin ? sql_.substr(begin, end - begin) : std::string{};
 }
 
+Translator::DepthGuard::DepthGuard(Translator& translator) : translator_(translator) {
+    if (translator_.depth_ >= kMaxDepth) translator_.fail(3360, "Query is too complex.");
+    ++translator_.depth_;
+}
+
 void Translator::fail(long code, const std::string& message) const {
     throw SyntaxError(code, message);
 }

@@ -124,6 +124,21 @@ public:
         return body();
     }
 
+    // The parser is recursive; a statement nested deeper than this (operator levels,
+    // parentheses, NOTs and signs, subqueries, parenthesised joins) fails with DAO 3360
+    // "Query is too complex." instead of running out of stack.
+    static constexpr int kMaxDepth = 1500;
+    class DepthGuard {
+    public:
+        explicit DepthGuard(Translator& translator);
+        ~DepthGuard() { --translator_.depth_; }
+        DepthGuard(const DepthGuard&) = delete;
+        DepthGuard& operator=(const DepthGuard&) = delete;
+
+    private:
+        Translator& translator_;
+    };
+
     const ParseOptions& options;
     std::vector<Parameter> declared;            // PARAMETERS, in order
     std::vector<std::string> placeholderNames;  // ?1, ?2 ...
@@ -136,6 +151,7 @@ private:
     std::vector<Token> tokens_;
     size_t pos_ = 0;
     size_t exprStart_ = 0;
+    int depth_ = 0;
 };
 
 // Jet names of the functions callable in expressions, and how each translates.

@@ -60,6 +60,9 @@ std::wstring afterPrefix(std::string_view message, std::string_view prefix) {
 
 [[noreturn]] void throwGeneric(int code, std::string_view message) {
     if (message.find("kelvo:") != std::string_view::npos) throwRaised(code, message);
+    if (message.starts_with("Expression tree is too large") ||
+        message.starts_with("parser stack overflow") || message.starts_with("too many terms"))
+        throwError(kQueryTooComplex, {}, code);
     if (message.starts_with("no such table: "))
         throwError(kInputTableNotFound, {afterPrefix(message, "no such table: ")}, code);
     if (message.starts_with("no such column: "))
@@ -80,7 +83,10 @@ int busyWaitMilliseconds() {
     switch (currentAction) {
         case LockAction::read: return 2000;
         case LockAction::open: return 2000;
-        default: return 5;
+        // A write waits a little for a file another process is writing (a write holds
+        // the file for milliseconds), then gives the lock error that callers retry.
+        default:
+            return 250;
     }
 }
 

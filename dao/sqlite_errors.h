@@ -23,7 +23,8 @@ private:
     LockAction previous_;
 };
 
-// How long a call of the current lock action waits for a busy file, in milliseconds.
+// How long a call of the current lock action waits for a busy file, in milliseconds:
+// 2 s to read or open, 250 ms to write.
 int busyWaitMilliseconds();
 
 // The file the failing call worked on, for the messages that name it (3343, 3045 ...).

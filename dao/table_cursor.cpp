@@ -4,7 +4,6 @@
 #include <sqlite3.h>
 
 #include <cstring>
-#include <ctime>
 
 #include "dao_connection.h"
 #include "dao_errors.h"
@@ -15,14 +14,6 @@ namespace {
 
 constexpr std::size_t kFirstBatch = 8;
 constexpr std::size_t kLargestBatch = 512;
-constexpr std::int64_t kFreshForMs = 100;
-
-// A coarse monotonic clock (a few milliseconds' resolution, read without a system call).
-std::int64_t nowMs() {
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-    return static_cast<std::int64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
-}
 
 // Comparisons a level makes on its first key after the equal ones.
 enum class Compare { none, greater, less, notNull, isNull };
@@ -166,6 +157,8 @@ Statement& TableCursor::levelStatement(const Level& level, bool backward) {
 void TableCursor::fetch(const std::vector<KeyValue>& bound, bool backward, bool inclusive,
                         std::size_t want) {
     LockScope lock(LockAction::read);
+    // Taken before the rows: a change committed meanwhile makes the batch look stale.
+    version_ = connection_.fileChangeCounter();
     rows_.clear();
     for (const Level& level : levels(bound, backward, inclusive)) {
         Statement& query = levelStatement(level, backward);
@@ -179,7 +172,6 @@ void TableCursor::fetch(const std::vector<KeyValue>& bound, bool backward, bool 
     row_ = 0;
     direction_ = backward ? -1 : 1;
     stamp_ = connection_.ownChanges();
-    readAt_ = nowMs();
 }
 
 void TableCursor::position(bool backward) {
@@ -190,7 +182,7 @@ void TableCursor::position(bool backward) {
 }
 
 bool TableCursor::aheadFresh() const {
-    return stamp_ == connection_.ownChanges() && nowMs() - readAt_ < kFreshForMs;
+    return stamp_ == connection_.ownChanges() && version_ == connection_.fileChangeCounter();
 }
 
 void TableCursor::step(int direction) {
@@ -381,6 +373,7 @@ bool TableCursor::seek(std::wstring_view comparison, const COleVariant* keys, in
     batch_ = kFirstBatch;
     if (op == L"=") {
         LockScope lock(LockAction::read);
+        version_ = connection_.fileChangeCounter();
         rows_.clear();
         Statement& query = levelStatement(Level{count, Compare::none}, false);
         for (int k = 0; k < count; ++k) bound[static_cast<std::size_t>(k)].bind(query, k + 1);
@@ -389,7 +382,6 @@ bool TableCursor::seek(std::wstring_view comparison, const COleVariant* keys, in
         row_ = 0;
         direction_ = 1;
         stamp_ = connection_.ownChanges();
-        readAt_ = nowMs();
     } else {
         fetch(bound, backward, inclusive, 1);
     }

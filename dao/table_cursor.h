@@ -5,9 +5,10 @@
 // after the key (`WHERE k1 IS ?1 AND k2 > ?2 ORDER BY k1, k2, rowid` and its kin, one
 // statement per key level, so every step is an index range scan), and the statement is
 // reset at once, so no read transaction outlives the call. Moving serves rows from the
-// batch while it is fresh: no write through this connection since it was read, and read
-// less than a tenth of a second ago (writes by other processes show up after at most
-// that); otherwise it reads the next batch from the current key. Batches start small and
+// batch while it is fresh: no write through this connection since it was read, and the
+// file's change counter unchanged (no other connection or process committed since), so
+// a move always gives the record as committed when it is made; otherwise it reads the
+// next batch from the current key. Batches start small and
 // double while moves go on in one direction. Seeks are `=` lookups on the index, bookmarks
 // are row ids, and the record count is kept until the file changes.
 #pragma once
@@ -95,7 +96,7 @@ private:
     std::size_t row_ = 0;
     int direction_ = 0;  // the batch's order: 1 forward, -1 backward, 0 a single record
     std::uint64_t stamp_ = 0;
-    std::int64_t readAt_ = 0;  // milliseconds, coarse monotonic clock
+    std::int64_t version_ = -1;  // the file's change counter when the batch was read
     std::size_t batch_ = 8;
 
     long count_ = -1;

@@ -1,6 +1,9 @@
 // CDBConnection: selects, action statements and stored queries.
 #include "database/db_connection.h"
+#include "database/lock_retry.h"
 #include "database/table_cursor.h"
+
+using kelvo::database::runWithLockRetry;
 
 namespace {
 
@@ -45,11 +48,15 @@ bool CDBConnection::execute(const std::wstring& sql, long& recordsAffected) {
     clearError();
     if (!requireWritableDatabase()) return false;
     try {
-        CDaoQueryDef query(&database_);
-        query.Create(nullptr, sql.c_str());
-        query.Execute(dbFailOnError);
-        recordsAffected = query.GetRecordsAffected();
-        query.Close();
+        // An action or structure statement runs in one transaction, so an attempt that
+        // meets a locked file has changed nothing and can run again.
+        runWithLockRetry([&] {
+            CDaoQueryDef query(&database_);
+            query.Create(nullptr, sql.c_str());
+            query.Execute(dbFailOnError);
+            recordsAffected = query.GetRecordsAffected();
+            query.Close();
+        });
         return true;
     } catch (CDaoException* error) {
         recordError(error);
@@ -85,10 +92,12 @@ bool CDBConnection::setQuerySql(const std::wstring& name, const std::wstring& sq
     clearError();
     if (!database_.IsOpen()) return false;
     try {
-        CDaoQueryDef query(&database_);
-        query.Open(name.c_str());
-        query.SetSQL(sql.c_str());
-        query.Close();
+        runWithLockRetry([&] {
+            CDaoQueryDef query(&database_);
+            query.Open(name.c_str());
+            query.SetSQL(sql.c_str());
+            query.Close();
+        });
         return true;
     } catch (CDaoException* error) {
         recordError(error);

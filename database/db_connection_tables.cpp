@@ -2,6 +2,7 @@
 #include <cwctype>
 
 #include "adslib.h"
+#include "dao_errors.h"
 #include "database/db_connection.h"
 #include "database/lock_retry.h"
 #include "database/table_cursor.h"
@@ -228,6 +229,21 @@ void editAttempt(CDaoRecordset& recordset, Body&& body) {
     }
 }
 
+// The values of the named fields in the record as the cursor last read it (an empty
+// variant for a name the table lacks, which the field writer reports).
+std::vector<COleVariant> namedValues(CDaoRecordset& recordset, const VariantArray& pairs) {
+    std::vector<COleVariant> values;
+    for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
+        try {
+            values.push_back(recordset.GetFieldValue(pairs[i].bstrVal.c_str()));
+        } catch (CDaoException* error) {
+            error->Delete();
+            values.emplace_back();
+        }
+    }
+    return values;
+}
+
 }  // namespace
 
 bool CDBConnection::replace(const VariantArray& pairs, VariantArray& record) {
@@ -236,9 +252,15 @@ bool CDBConnection::replace(const VariantArray& pairs, VariantArray& record) {
     TableCursor& table = *currentTable();
     CDaoRecordset& recordset = table.recordset;
     try {
+        // The values LISP last read. Edit reads the record again as committed; when another
+        // process changed a field that is about to be written since, the caller's value
+        // may be built on the old one, and writing it would undo that change unseen: the
+        // replace is refused (DAO 3197), and the cursor holds the record as committed.
+        const std::vector<COleVariant> lastRead = namedValues(recordset, pairs);
         runWithLockRetry([&] {
             editAttempt(recordset, [&] {
                 recordset.Edit();
+                if (namedValues(recordset, pairs) != lastRead) dao::throwError(dao::kWriteConflict);
                 writeFields(table, pairs);
                 recordset.Update();
             });

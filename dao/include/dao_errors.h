@@ -77,6 +77,7 @@ constexpr long kSyntaxDrop = 3295;
 constexpr long kRequiredNull = 3314;
 constexpr long kZeroLength = 3315;
 constexpr long kUnrecognizedFormat = 3343;
+constexpr long kQueryTooComplex = 3360;
 constexpr long kNameExistsInCollection = 3367;
 constexpr long kTableOrConstraintNotFound = 3371;
 constexpr long kTableNotExists = 3376;

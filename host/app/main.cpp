@@ -253,7 +253,7 @@ int run(int argc, char** argv) {
     if (!o.noModule) {
         std::wstring error;
         std::string module = o.module.empty() ? "KelvoBrx15.arx" : o.module;
-        if (!host.loadModule(fromUtf8(module), &error)) {
+        if (!host.loadModule(std::filesystem::path(module), &error)) {
             std::fflush(stdout);
             std::fprintf(stderr, "kelvo-host: %s\n", toUtf8(error).c_str());
             ok = false;

@@ -8,18 +8,39 @@
 
 namespace lisp {
 
-bool lispEqual(const Value& a, const Value& b, double fuzz) {
+namespace {
+
+// Two values that are not both lists.
+bool atomsEqual(const Value& a, const Value& b, double fuzz) {
     if (a.isNumber() && b.isNumber()) {
         if (a.type() == Type::Int && b.type() == Type::Int) return a.asInt() == b.asInt();
         return std::fabs(a.asReal() - b.asReal()) <= fuzz;
     }
     if (a.type() != b.type()) return false;
     if (a.type() == Type::Str) return a.asString() == b.asString();
-    if (a.type() != Type::Cons) return a.eq(b);
-    Value x = a, y = b;
-    for (; x.isCons() && y.isCons(); x = x.cdr(), y = y.cdr())
-        if (!lispEqual(x.car(), y.car(), fuzz)) return false;
-    return lispEqual(x, y, fuzz);
+    return a.eq(b);
+}
+
+}  // namespace
+
+// Lists are compared with a stack of the pairs of sublists still to compare rather than
+// by recursion, so that any depth of nesting compares.
+bool lispEqual(const Value& a, const Value& b, double fuzz) {
+    if (!a.isCons() || !b.isCons()) return atomsEqual(a, b, fuzz);
+    std::vector<std::pair<Value, Value>> pending{{a, b}};
+    while (!pending.empty()) {
+        auto [x, y] = std::move(pending.back());
+        pending.pop_back();
+        for (; x.isCons() && y.isCons(); x = x.cdr(), y = y.cdr()) {
+            Value xItem = x.car(), yItem = y.car();
+            if (xItem.isCons() && yItem.isCons())
+                pending.emplace_back(xItem, yItem);
+            else if (!atomsEqual(xItem, yItem, fuzz))
+                return false;
+        }
+        if (x.isCons() || y.isCons() || !atomsEqual(x, y, fuzz)) return false;
+    }
+    return true;
 }
 
 namespace {

@@ -54,7 +54,13 @@ Value fnOpen(Interp& in, std::vector<Value>& args) {
     wchar_t m = mode.empty() ? 0 : static_cast<wchar_t>(std::towlower(mode[0]));
     if (m != L'r' && m != L'w' && m != L'a') throw Error(L"bad argument value: open mode \"" + mode + L"\"");
     const char* cmode = m == L'r' ? "rb" : m == L'w' ? "wb" : "ab";
-    std::FILE* f = std::fopen(toUtf8(name).c_str(), cmode);
+    // Reading a device or a pipe may never end: only a regular file is read.
+    std::error_code ec;
+    if (m == L'r' && !std::filesystem::is_regular_file(kelvo::utf8Path(name), ec)) {
+        in.setErrno(kErrnoFileNotFound);
+        return {};
+    }
+    std::FILE* f = std::fopen(kelvo::utf8Path(name).c_str(), cmode);
     if (!f) {
         in.setErrno(kErrnoFileNotFound);
         return {};
@@ -119,14 +125,14 @@ Value fnFindfile(Interp& in, std::vector<Value>& args) {
     if (a.string(0).empty()) return {};   // not the folder the search starts from
     auto path = find(in, a.string(0));
     in.setErrno(path ? 0 : kErrnoFileNotFound);
-    return path ? Value::string(path->wstring()) : Value();
+    return path ? Value::string(kelvo::widePath(*path)) : Value();
 }
 
 Value fnLoad(Interp& in, std::vector<Value>& args) {
     Args a(args, 1, 2);
     const std::wstring& name = a.string(0);
     auto path = find(in, name);
-    if (!path && std::filesystem::path(name).extension().empty()) path = find(in, name + L".lsp");
+    if (!path && kelvo::utf8Path(name).extension().empty()) path = find(in, name + L".lsp");
     if (!path) {
         if (a.has(1)) return a[1];
         throw Error(L"LOAD failed: \"" + name + L"\"");

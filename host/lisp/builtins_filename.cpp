@@ -64,7 +64,7 @@ std::wstring tempDirectory() {
 
 bool exists(const std::wstring& name) {
     std::error_code ec;
-    return std::filesystem::exists(std::filesystem::path(toUtf8(name)), ec);
+    return std::filesystem::exists(kelvo::utf8Path(name), ec);
 }
 
 // (vl-filename-mktemp [pattern directory extension]): a name no file has yet, made of

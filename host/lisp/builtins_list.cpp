@@ -127,10 +127,43 @@ Value fnAssoc(Interp&, std::vector<Value>& args) {
     return {};
 }
 
+// A copy of `tree` with every part equal to `old` replaced by `fresh`. Built with a stack
+// of the lists being copied rather than by recursion, so that any length or depth works.
 Value substTree(const Value& fresh, const Value& old, const Value& tree) {
-    if (lispEqual(old, tree)) return fresh;
-    if (!tree.isCons()) return tree;
-    return Value::cons(substTree(fresh, old, tree.car()), substTree(fresh, old, tree.cdr()));
+    struct Open {
+        Value rest;                // what is left of the list after the element in work
+        std::vector<Value> items;  // the copied elements so far
+    };
+    std::vector<Open> open;
+    Value next = tree;  // a part still to copy
+    Value done;         // the copy of the part just finished
+    bool haveNext = true;
+    for (;;) {
+        if (haveNext) {
+            haveNext = false;
+            if (lispEqual(old, next)) {
+                done = fresh;
+            } else if (!next.isCons()) {
+                done = next;
+            } else {
+                open.push_back({next.cdr(), {}});
+                next = next.car();
+                haveNext = true;
+                continue;
+            }
+        }
+        if (open.empty()) return done;
+        Open& list = open.back();
+        list.items.push_back(std::move(done));
+        if (list.rest.isCons() && !lispEqual(old, list.rest)) {
+            next = list.rest.car();
+            list.rest = list.rest.cdr();
+            haveNext = true;
+            continue;
+        }
+        done = Value::list(list.items, lispEqual(old, list.rest) ? fresh : list.rest);
+        open.pop_back();
+    }
 }
 
 Value fnSubst(Interp&, std::vector<Value>& args) {

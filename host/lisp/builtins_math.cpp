@@ -259,8 +259,14 @@ Value fnExpt(Interp&, std::vector<Value>& args) {
     if (args[0].type() != Type::Int || args[1].type() != Type::Int)
         return Value::real(std::pow(base, power));
     if (power < 0) return Value::integer(std::abs(args[0].asInt()) == 1 ? wrap(static_cast<std::int64_t>(std::pow(base, power))) : 0);
+    // By squaring, in wrapping 32-bit arithmetic: the same result as repeated
+    // multiplication, in at most 31 steps.
     std::uint32_t acc = 1;
-    for (std::int32_t i = 0; i < args[1].asInt(); ++i) acc *= static_cast<std::uint32_t>(args[0].asInt());
+    std::uint32_t square = static_cast<std::uint32_t>(args[0].asInt());
+    for (auto n = static_cast<std::uint32_t>(args[1].asInt()); n != 0; n >>= 1) {
+        if (n & 1u) acc *= square;
+        square *= square;
+    }
     return Value::integer(static_cast<std::int32_t>(acc));
 }
 

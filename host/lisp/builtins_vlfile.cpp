@@ -20,7 +20,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path pathOf(const std::wstring& name) { return fs::path(toUtf8(name)); }
+fs::path pathOf(const std::wstring& name) {
+    return kelvo::utf8Path(name);
+}
 
 bool isDirectory(const fs::path& p) {
     std::error_code ec;
@@ -30,6 +32,13 @@ bool isDirectory(const fs::path& p) {
 bool present(const fs::path& p) {
     std::error_code ec;
     return fs::exists(p, ec);
+}
+
+// A file with contents of its own: not a folder, a device, a pipe or a socket, whose
+// reading may never end.
+bool isRegularFile(const fs::path& p) {
+    std::error_code ec;
+    return fs::is_regular_file(p, ec);
 }
 
 Value fnFileSize(Interp&, std::vector<Value>& args) {
@@ -69,7 +78,7 @@ Value fnFileCopy(Interp&, std::vector<Value>& args) {
     fs::path from = pathOf(a.string(0));
     fs::path to = pathOf(a.string(1));
     bool append = a.has(2) && !a[2].isNil();
-    if (isDirectory(from) || !present(from) || (present(to) && !append)) return {};
+    if (!isRegularFile(from) || (present(to) && (!append || !isRegularFile(to)))) return {};
     std::error_code ec;
     if (fs::equivalent(from, to, ec)) return {};
     std::ifstream in(from, std::ios::binary);
@@ -161,7 +170,7 @@ Value fnDirectoryFiles(Interp&, std::vector<Value>& args) {
     for (fs::directory_iterator it(dir, ec), end; !ec && it != end; it.increment(ec)) {
         bool folder = it->is_directory(ec);
         if (folder ? !wantDirs : !wantFiles) continue;
-        std::wstring name = fromUtf8(it->path().filename().string());
+        std::wstring name = kelvo::widePath(it->path().filename());
         if (nameMatches(name, pattern)) names.push_back(std::move(name));
     }
     std::sort(names.begin(), names.end());

@@ -2,10 +2,12 @@
 // of symbols (one namespace, as in AutoLISP); a special form is a Subr marked `special`
 // whose arguments reach it unevaluated.
 #include <array>
+#include <filesystem>
 
 #include "args.h"
 #include "interp_impl.h"
 #include "printer.h"
+#include "utf8.h"
 
 namespace lisp {
 
@@ -256,7 +258,13 @@ Value resolveFunction(Interp& in, const Value& f) {
 
 Value callFunction(Interp& in, const Value& fn, std::vector<Value>& args) {
     if (fn.type() == Type::Usubr) return callUsubr(in, as<UsubrObj>(fn), args);
-    return as<SubrObj>(fn).fn(in, args);
+    try {
+        return as<SubrObj>(fn).fn(in, args);
+    } catch (const std::filesystem::filesystem_error& e) {
+        // A file function that met a name or a file it cannot handle: a LISP error, never
+        // an exception that ends the host.
+        throw Error(kelvo::fromUtf8(e.what()));
+    }
 }
 
 Value Interp::eval(const Value& form) {

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <vector>
 
 #include "object.h"
 
@@ -32,19 +33,6 @@ std::wstring hex(std::int64_t id) {
     return buf;
 }
 
-std::wstring printList(const Value& v, bool escape) {
-    std::wstring out = L"(";
-    Value p = v;
-    bool first = true;
-    for (; p.isCons(); p = p.cdr()) {
-        if (!first) out += L' ';
-        out += printValue(p.car(), escape);
-        first = false;
-    }
-    if (!p.isNil()) out += L" . " + printValue(p, escape);
-    return out + L")";
-}
-
 std::wstring printFunction(const Value& v) {
     if (v.type() == Type::Usubr) {
         const auto& name = as<UsubrObj>(v).name;
@@ -67,14 +55,17 @@ std::wstring formatReal(double d) {
     return s.insert(e, L".0");
 }
 
-std::wstring printValue(const Value& v, bool escape) {
+namespace {
+
+std::wstring printAtom(const Value& v, bool escape) {
     switch (v.type()) {
     case Type::Nil: return L"nil";
     case Type::Int: return std::to_wstring(v.asInt());
     case Type::Real: return formatReal(v.asReal());
     case Type::Str: return escape ? escapeString(v.asString()) : v.asString();
     case Type::Sym: return v.symbolName();
-    case Type::Cons: return printList(v, escape);
+    case Type::Cons:
+        break;
     case Type::Subr:
     case Type::Usubr: return printFunction(v);
     case Type::Ename: return L"<Entity name: " + hex(v.handleId()) + L">";
@@ -83,6 +74,39 @@ std::wstring printValue(const Value& v, bool escape) {
     case Type::CatchError: return L"#<%catch-all-apply-error%>";
     }
     return {};
+}
+
+}  // namespace
+
+// Lists are printed with a stack of the lists still open rather than by recursion, so
+// that any depth of nesting prints.
+std::wstring printValue(const Value& v, bool escape) {
+    if (!v.isCons()) return printAtom(v, escape);
+    std::wstring out = L"(";
+    std::vector<Value> open{v};  // the rest of each open list still to print
+    bool first = true;
+    while (!open.empty()) {
+        Value& rest = open.back();
+        if (!rest.isCons()) {
+            if (!rest.isNil()) out += L" . " + printAtom(rest, escape);
+            out += L')';
+            open.pop_back();
+            first = false;
+            continue;
+        }
+        if (!first) out += L' ';
+        first = false;
+        Value item = rest.car();
+        rest = rest.cdr();
+        if (item.isCons()) {
+            out += L'(';
+            open.push_back(std::move(item));
+            first = true;
+        } else {
+            out += printAtom(item, escape);
+        }
+    }
+    return out;
 }
 
 }  // namespace lisp

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cwchar>
 #include <cwctype>
+#include <vector>
 
 namespace lisp {
 
@@ -72,50 +73,67 @@ std::optional<Value> Reader::next() {
     return readForm();
 }
 
+// Lists are read with a stack of open lists rather than by recursion, so that any depth
+// of nesting the memory holds can be read.
 Value Reader::readForm() {
-    skipBlank();
-    if (atEnd()) throw IncompleteInput(L"malformed list on input");
-    wchar_t c = src_[pos_];
-    if (c == L'(') {
-        ++pos_;
-        return readList();
-    }
-    if (c == L')') {
-        ++pos_;
-        throw Error(L"extra right paren on input");
-    }
-    if (c == L'\'') {
-        ++pos_;
-        return Value::list({Value::symbol(L"QUOTE"), readForm()});
-    }
-    if (c == L'"') {
-        ++pos_;
-        return readString();
-    }
-    return readAtom();
-}
-
-Value Reader::readList() {
-    std::vector<Value> items;
-    Value tail;
+    struct Open {
+        bool quote = false;  // a ' waiting for its form
+        std::vector<Value> items;
+        Value tail;
+        bool dotted = false;  // after " . ": the next form is the tail
+        bool hasTail = false;
+    };
+    std::vector<Open> open;
     for (;;) {
         skipBlank();
         if (atEnd()) throw IncompleteInput(L"malformed list on input");
-        if (src_[pos_] == L')') {
+        const wchar_t c = src_[pos_];
+        Open* list = open.empty() || open.back().quote ? nullptr : &open.back();
+        Value done;
+        if (c == L')') {
             ++pos_;
-            return Value::list(items, tail);
-        }
-        bool dot = src_[pos_] == L'.' && (pos_ + 1 >= src_.size() || isDelimiter(src_[pos_ + 1]));
-        if (!dot) {
-            items.push_back(readForm());
+            if (!list || (list->dotted && !list->hasTail))
+                throw Error(L"extra right paren on input");
+            done = Value::list(list->items, list->tail);
+            open.pop_back();
+        } else if (list && list->hasTail) {
+            throw Error(L"malformed list on input");
+        } else if (c == L'(') {
+            ++pos_;
+            open.emplace_back();
             continue;
+        } else if (c == L'\'') {
+            ++pos_;
+            open.emplace_back().quote = true;
+            continue;
+        } else if (list && c == L'.' && (pos_ + 1 >= src_.size() || isDelimiter(src_[pos_ + 1]))) {
+            ++pos_;
+            if (list->items.empty() || list->dotted) throw Error(L"malformed list on input");
+            list->dotted = true;
+            continue;
+        } else if (c == L'"') {
+            ++pos_;
+            done = readString();
+        } else {
+            done = readAtom();
         }
-        ++pos_;
-        if (items.empty()) throw Error(L"malformed list on input");
-        tail = readForm();
-        skipBlank();
-        if (atEnd()) throw IncompleteInput(L"malformed list on input");
-        if (src_[pos_] != L')') throw Error(L"malformed list on input");
+        // Hand the finished form to what encloses it.
+        for (;;) {
+            if (open.empty()) return done;
+            Open& outer = open.back();
+            if (outer.quote) {
+                done = Value::list({Value::symbol(L"QUOTE"), std::move(done)});
+                open.pop_back();
+                continue;
+            }
+            if (outer.dotted) {
+                outer.tail = std::move(done);
+                outer.hasTail = true;
+            } else {
+                outer.items.push_back(std::move(done));
+            }
+            break;
+        }
     }
 }
 

@@ -25,7 +25,6 @@ public:
 
 private:
     Value readForm();
-    Value readList();
     Value readString();
     Value readAtom();
     void skipBlank();

@@ -39,8 +39,11 @@ bool readFileBytes(const std::filesystem::path& file, std::string& out) {
 }
 
 std::wstring readTextFile(const std::filesystem::path& file) {
+    std::error_code ec;
+    if (std::filesystem::exists(file, ec) && !std::filesystem::is_regular_file(file, ec))
+        throw Error(L"cannot read file: " + kelvo::widePath(file) + L" is not a regular file");
     std::string bytes;
-    if (!readFileBytes(file, bytes)) throw Error(L"cannot read file: " + file.wstring());
+    if (!readFileBytes(file, bytes)) throw Error(L"cannot read file: " + kelvo::widePath(file));
     return fromUtf8(bytes);
 }
 

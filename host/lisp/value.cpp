@@ -43,11 +43,20 @@ SymbolTable& symbolTable() {
 
 }  // namespace
 
+// Conses held only here are taken apart with a stack instead of by recursion, so that
+// any length or depth of list is released.
 ConsObj::~ConsObj() {
-    Value next = std::move(cdr);
-    while (next.isCons() && next.object().use_count() == 1) {
-        Value after = std::move(as<ConsObj>(next).cdr);
-        next = std::move(after);
+    auto onlyHere = [](const Value& v) { return v.isCons() && v.object().use_count() == 1; };
+    if (!onlyHere(car) && !onlyHere(cdr)) return;
+    std::vector<Value> pending;
+    if (onlyHere(car)) pending.push_back(std::move(car));
+    if (onlyHere(cdr)) pending.push_back(std::move(cdr));
+    while (!pending.empty()) {
+        Value next = std::move(pending.back());
+        pending.pop_back();
+        auto& cons = as<ConsObj>(next);
+        if (onlyHere(cons.car)) pending.push_back(std::move(cons.car));
+        if (onlyHere(cons.cdr)) pending.push_back(std::move(cons.cdr));
     }
 }
 

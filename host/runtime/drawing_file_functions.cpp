@@ -29,28 +29,28 @@ Value guarded(Operation operation) {
 
 Value hostOpenFn(Interp&, Values& values) {
     Args args(values, 1, 1);
-    std::filesystem::path file(args.string(0));
+    const std::filesystem::path file = utf8Path(args.string(0));
     return guarded([&] { return Value::integer(openDrawingDocument(file)); });
 }
 
 Value hostSaveFn(Interp&, Values& values) {
     Args args(values, 0, 1);
-    std::filesystem::path file = args.has(0) ? std::filesystem::path(args.string(0)) : "";
+    const std::filesystem::path file = args.has(0) ? utf8Path(args.string(0)) : "";
     return guarded([&] { return Value::string(saveCurrentDrawing(file)); });
 }
 
 Value hostSaveAsFn(Interp&, Values& values) {
     Args args(values, 1, 1);
-    std::filesystem::path file(args.string(0));
+    const std::filesystem::path file = utf8Path(args.string(0));
     return guarded([&] { return Value::string(saveCurrentDrawing(file)); });
 }
 
 Value hostRenderFn(Interp&, Values& values) {
     Args args(values, 1, 1);
-    std::filesystem::path file(args.string(0));
+    const std::filesystem::path file = utf8Path(args.string(0));
     return guarded([&] {
         renderCurrentDrawing(file);
-        return Value::string(std::filesystem::absolute(file).lexically_normal().wstring());
+        return Value::string(widePath(std::filesystem::absolute(file).lexically_normal()));
     });
 }
 

@@ -36,8 +36,8 @@ int openDrawingDocument(const fs::path& file) {
     std::wstring why;
     if (kelvo::files::readDrawing(*db, abs, &why) != Acad::eOk)
         throw DrawingFileError("cannot open drawing " + file.string() + ": " + words(why));
-    db->setFilename(abs.wstring().c_str());
-    auto doc = std::make_unique<Document>(s.nextDocumentId, abs.wstring());
+    db->setFilename(widePath(abs).c_str());
+    auto doc = std::make_unique<Document>(s.nextDocumentId, widePath(abs));
     doc->setDatabase(std::move(db));
     ++s.nextDocumentId;
     s.documents.push_back(std::move(doc));
@@ -49,8 +49,8 @@ int openDrawingDocument(const fs::path& file) {
 std::wstring saveCurrentDrawing(const fs::path& file) {
     Document& doc = currentDocument();
     AcDbDatabase* db = doc.database();
-    fs::path target = absoluteName(file.empty() ? fs::path(doc.fileName()) : file);
-    std::wstring name = target.wstring();
+    fs::path target = absoluteName(file.empty() ? utf8Path(doc.fileName()) : file);
+    std::wstring name = widePath(target);
     // A reactor may detach itself while it is told: tell the ones attached now.
     for (AcEditorReactor* r : editorReactors()) r->beginSave(db, name.c_str());
     std::wstring why;

@@ -46,7 +46,7 @@ Value moduleOperation(Values& values, Operation operation, const wchar_t* failur
 
 Value arxloadFn(Interp&, Values& values) {
     auto load = [](Host& host, const std::wstring& file, std::wstring* error) {
-        return host.loadModule(file, error);
+        return host.loadModule(utf8Path(file), error);
     };
     return moduleOperation(values, load, L"ARXLOAD failed");
 }
@@ -62,7 +62,7 @@ Value arxFn(Interp&, Values& values) {
     Args args(values, 0, 0);
     std::vector<Value> names;
     for (auto& n : Host::instance().loadedModules())
-        names.push_back(Value::string(std::filesystem::path(n).filename().wstring()));
+        names.push_back(Value::string(widePath(utf8Path(n).filename())));
     return Value::list(names);
 }
 
@@ -127,14 +127,14 @@ std::vector<std::filesystem::path> supportFolders() {
     while (!rest.empty()) {
         size_t end = rest.find(L';');
         std::wstring_view dir = rest.substr(0, end);
-        if (!dir.empty()) folders.emplace_back(dir);
+        if (!dir.empty()) folders.push_back(utf8Path(dir));
         rest = end == std::wstring_view::npos ? std::wstring_view() : rest.substr(end + 1);
     }
     return folders;
 }
 
 std::optional<std::filesystem::path> findSupportFile(std::wstring_view name) {
-    std::filesystem::path file(name);
+    const std::filesystem::path file = utf8Path(name);
     std::error_code ec;
     if (file.is_absolute()) {
         if (std::filesystem::exists(file, ec)) return file;

@@ -28,7 +28,7 @@ std::filesystem::path resolveModule(const std::filesystem::path& file,
 }
 
 bool sameModuleName(const LoadedModule& m, std::wstring_view name) {
-    std::filesystem::path given(name);
+    const std::filesystem::path given = utf8Path(name);
     return m.name == name || m.path == given || m.path.filename() == given.filename();
 }
 
@@ -52,20 +52,20 @@ bool Host::loadModule(const std::filesystem::path& file, std::wstring* error) {
         return false;
     };
     std::filesystem::path path = resolveModule(file, moduleFolder());
-    if (path.empty()) return fail(file.wstring() + L": module not found");
+    if (path.empty()) return fail(widePath(file) + L": module not found");
     for (auto& m : impl_->modules)
-        if (m->path == path) return fail(file.wstring() + L": module is already loaded");
+        if (m->path == path) return fail(widePath(file) + L": module is already loaded");
 
     void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle) return fail(file.wstring() + L": " + dlErrorText());
+    if (!handle) return fail(widePath(file) + L": " + dlErrorText());
     for (const char* symbol : kRequiredExports) {
         if (!dlsym(handle, symbol)) {
             dlclose(handle);
-            return fail(file.wstring() + L": not a module (no " + fromUtf8(symbol) + L")");
+            return fail(widePath(file) + L": not a module (no " + fromUtf8(symbol) + L")");
         }
     }
     auto module = std::make_unique<LoadedModule>();
-    module->name = file.wstring();
+    module->name = widePath(file);
     module->path = path;
     module->handle = handle;
     module->entry = reinterpret_cast<LoadedModule::EntryPoint>(dlsym(handle, "acrxEntryPoint"));
@@ -76,7 +76,7 @@ bool Host::loadModule(const std::filesystem::path& file, std::wstring* error) {
     if (impl_->send(m, AcRx::kInitAppMsg) != AcRx::kRetOK) {
         impl_->modules.pop_back();
         dlclose(handle);
-        return fail(file.wstring() + L": the module refused to start");
+        return fail(widePath(file) + L": the module refused to start");
     }
     int saved = impl_->current;
     for (int i = 0; i < documentCount(); ++i) {
@@ -130,7 +130,7 @@ using kelvo::host::LoadedModule;
 bool acrxLoadModule(const ACHAR* moduleName, bool printIt, bool) {
     if (!moduleName) return false;
     std::wstring error;
-    bool ok = Host::instance().loadModule(moduleName, &error);
+    bool ok = Host::instance().loadModule(kelvo::utf8Path(moduleName), &error);
     if (!ok && printIt) Host::instance().write(L"\n" + error);
     return ok;
 }

@@ -1,6 +1,7 @@
 #include "runtime/value_resbuf.h"
 
 #include <cstdint>
+#include <vector>
 
 #include "adslib.h"
 #include "lisp/interp.h"
@@ -44,43 +45,43 @@ bool isPoint(const Value& v) {
     return true;
 }
 
-void append(ChainBuilder& out, const Value& v) {
+// Writes a value that is not a list to open (an atom or a point); false for a list.
+bool appendLeaf(ChainBuilder& out, const Value& v) {
     switch (v.type()) {
-        case Type::Nil: out.add(RTNIL); return;
+        case Type::Nil:
+            out.add(RTNIL);
+            return true;
         case Type::Int: {
             std::int32_t i = v.asInt();
             if (i == static_cast<short>(i)) out.add(RTSHORT)->resval.rint = static_cast<short>(i);
             else out.add(RTLONG)->resval.rlong = i;
-            return;
+            return true;
         }
-        case Type::Real: out.add(RTREAL)->resval.rreal = v.asReal(); return;
-        case Type::Str: acutNewString(v.asString().c_str(), out.add(RTSTR)->resval.rstring); return;
+        case Type::Real:
+            out.add(RTREAL)->resval.rreal = v.asReal();
+            return true;
+        case Type::Str:
+            acutNewString(v.asString().c_str(), out.add(RTSTR)->resval.rstring);
+            return true;
         case Type::Sym:
-            if (v.isT()) { out.add(RTT); return; }
+            if (v.isT()) {
+                out.add(RTT);
+                return true;
+            }
             break;
         case Type::Ename: case Type::Pickset: {
             resbuf* rb = out.add(v.type() == Type::Ename ? RTENAME : RTPICKS);
             rb->resval.rlname[0] = v.handleId();
             rb->resval.rlname[1] = 0;
-            return;
+            return true;
         }
         case Type::Cons: {
-            if (isPoint(v)) {
-                auto items = v.toVector();
-                resbuf* rb = out.add(items.size() == 2 ? RTPOINT : RT3DPOINT);
-                for (size_t i = 0; i < 3; ++i)
-                    rb->resval.rpoint[i] = i < items.size() ? items[i].asReal() : 0.0;
-                return;
-            }
-            out.add(RTLB);
-            Value rest = v;
-            for (; rest.isCons(); rest = rest.cdr()) append(out, rest.car());
-            if (!rest.isNil()) {
-                out.add(RTDOTE);
-                append(out, rest);
-            }
-            out.add(RTLE);
-            return;
+            if (!isPoint(v)) return false;
+            auto items = v.toVector();
+            resbuf* rb = out.add(items.size() == 2 ? RTPOINT : RT3DPOINT);
+            for (size_t i = 0; i < 3; ++i)
+                rb->resval.rpoint[i] = i < items.size() ? items[i].asReal() : 0.0;
+            return true;
         }
         default: break;
     }
@@ -88,23 +89,34 @@ void append(ChainBuilder& out, const Value& v) {
                       lisp::Interp::prin1String(v));
 }
 
-// Reads one value at *rb and moves past it.
-Value readValue(const resbuf*& rb);
-
-Value readList(const resbuf*& rb) {
-    std::vector<Value> items;
-    Value tail;
-    while (rb && rb->restype != RTLE) {
-        if (rb->restype == RTDOTE) {
-            rb = rb->rbnext;
-            if (rb && rb->restype != RTLE) tail = readValue(rb);
+// Lists are written with a stack of the lists still open rather than by recursion, so
+// that any depth of nesting converts.
+void append(ChainBuilder& out, const Value& value) {
+    if (appendLeaf(out, value)) return;
+    out.add(RTLB);
+    std::vector<Value> open{value};  // the rest of each open list still to write
+    while (!open.empty()) {
+        Value& rest = open.back();
+        if (!rest.isCons()) {
+            if (!rest.isNil()) {
+                out.add(RTDOTE);
+                appendLeaf(out, rest);
+            }
+            out.add(RTLE);
+            open.pop_back();
             continue;
         }
-        items.push_back(readValue(rb));
+        Value item = rest.car();
+        rest = rest.cdr();
+        if (!appendLeaf(out, item)) {
+            out.add(RTLB);
+            open.push_back(std::move(item));
+        }
     }
-    if (rb) rb = rb->rbnext;   // the RTLE
-    return Value::list(items, tail);
 }
+
+// Reads one value at *rb and moves past it.
+Value readValue(const resbuf*& rb);
 
 Value pointValue(const double* p, bool threeD) {
     if (threeD) return Value::list({Value::real(p[0]), Value::real(p[1]), Value::real(p[2])});
@@ -128,6 +140,8 @@ Value groupValue(const resbuf* rb) {
     }
 }
 
+Value readList(const resbuf*& rb);
+
 Value readValue(const resbuf*& rb) {
     const resbuf* node = rb;
     rb = rb->rbnext;
@@ -145,6 +159,43 @@ Value readValue(const resbuf*& rb) {
         case RTLB: return readList(rb);
         case RTNIL: case RTNONE: case RTVOID: case RTLE: case RTDOTE: return {};
         default: return groupValue(node);
+    }
+}
+
+// The list whose RTLB was just passed. Nested lists are read with a stack of the lists
+// still open rather than by recursion, so that any depth of nesting converts.
+Value readList(const resbuf*& rb) {
+    struct Open {
+        std::vector<Value> items;
+        Value tail;
+        bool dotted = false;  // after RTDOTE: the next value is the tail
+    };
+    std::vector<Open> open(1);
+    for (;;) {
+        Value done;
+        if (!rb || rb->restype == RTLE) {
+            if (rb) rb = rb->rbnext;
+            done = Value::list(open.back().items, open.back().tail);
+            open.pop_back();
+            if (open.empty()) return done;
+        } else if (rb->restype == RTDOTE) {
+            rb = rb->rbnext;
+            if (rb && rb->restype != RTLE) open.back().dotted = true;
+            continue;
+        } else if (rb->restype == RTLB) {
+            rb = rb->rbnext;
+            open.emplace_back();
+            continue;
+        } else {
+            done = readValue(rb);
+        }
+        Open& outer = open.back();
+        if (outer.dotted) {
+            outer.tail = std::move(done);
+            outer.dotted = false;
+        } else {
+            outer.items.push_back(std::move(done));
+        }
     }
 }
 

@@ -66,4 +66,40 @@ std::wstring fromUtf8(std::string_view text, InvalidBytes invalid) {
     return out;
 }
 
+// A byte of a file name that is not part of valid UTF-8 travels as the lone surrogate
+// U+DC80 to U+DCFF, so that every name the file system holds comes back to the same bytes.
+constexpr char32_t kEscapedByte = 0xDC00;
+
+std::filesystem::path utf8Path(std::wstring_view name) {
+    std::string bytes;
+    size_t run = 0;  // start of the run of ordinary characters not yet converted
+    for (size_t i = 0; i < name.size(); ++i) {
+        const auto c = static_cast<char32_t>(name[i]);
+        if (c < kEscapedByte + 0x80 || c > kEscapedByte + 0xFF) continue;
+        bytes += toUtf8(name.substr(run, i - run));
+        bytes += static_cast<char>(c - kEscapedByte);
+        run = i + 1;
+    }
+    bytes += toUtf8(name.substr(run));
+    return std::filesystem::path(std::move(bytes));
+}
+
+std::wstring widePath(const std::filesystem::path& path) {
+    const std::string& text = path.native();
+    std::wstring out;
+    out.reserve(text.size());
+    for (size_t i = 0; i < text.size();) {
+        char32_t c = 0;
+        const size_t len = decode(text, i, c);
+        if (len == 0) {
+            out += static_cast<wchar_t>(kEscapedByte + static_cast<unsigned char>(text[i]));
+            ++i;
+            continue;
+        }
+        out += static_cast<wchar_t>(c);
+        i += len;
+    }
+    return out;
+}
+
 }  // namespace kelvo

@@ -177,4 +177,35 @@ TEST_F(DaoProcesses, OptimisticEditsSeeChangesMadeMeanwhile) {
     EXPECT_EQ(rs.GetFieldValue(L"n").lVal, 9);
 }
 
+// A move serves its read-ahead batch only while the file is unchanged: a record another
+// connection changed after the batch was read comes back as committed.
+TEST_F(DaoProcesses, MovesGiveRecordsAsCommittedByOthers) {
+    const std::wstring file = path("moves.mdb");
+    CDaoDatabase first;
+    first.Create(file.c_str());
+    first.Execute(L"CREATE TABLE t (id LONG CONSTRAINT PrimaryKey PRIMARY KEY, n LONG)");
+    for (int id = 1; id <= 6; ++id)
+        first.Execute((L"INSERT INTO t (id, n) VALUES (" + std::to_wstring(id) + L", 0)").c_str());
+    CDaoRecordset rs(&first);
+    rs.Open(dbOpenTable, L"t");
+    rs.SetCurrentIndex(L"PrimaryKey");
+    rs.MoveFirst();
+    EXPECT_EQ(rs.GetFieldValue(L"n").lVal, 0);
+
+    CDaoDatabase second;
+    second.Open(file.c_str());
+    second.Execute(L"UPDATE t SET n = id * 10");
+    rs.MoveNext();
+    EXPECT_EQ(rs.GetFieldValue(L"id").lVal, 2);
+    EXPECT_EQ(rs.GetFieldValue(L"n").lVal, 20);
+    second.Execute(L"DELETE FROM t WHERE id = 3");
+    rs.MoveNext();
+    EXPECT_EQ(rs.GetFieldValue(L"id").lVal, 4);
+    rs.MovePrev();
+    EXPECT_EQ(rs.GetFieldValue(L"id").lVal, 2);
+    second.Execute(L"UPDATE t SET n = 7 WHERE id = 1");
+    rs.MovePrev();
+    EXPECT_EQ(rs.GetFieldValue(L"n").lVal, 7);
+}
+
 }  // namespace

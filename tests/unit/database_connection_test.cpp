@@ -178,6 +178,43 @@ TEST_F(DatabaseFiles, ReadOnlyDatabaseRefusesWritesWithoutRunningThem) {
     EXPECT_EQ(count, 0);
 }
 
+// Another connection changes a record between the read and the replace: a replace that
+// writes a field the other changed is refused (DAO 3197) rather than writing back the old
+// value unseen, and leaves the record as committed for the next read; one that writes only
+// fields nobody changed goes through. Every action statement is retried on locked files.
+TEST_F(DatabaseFiles, StaleReplaceIsRefusedAndTheRecordIsReadAgain) {
+    CDBConnection mine, other;
+    ASSERT_TRUE(mine.create(path("s.mdb")));
+    ASSERT_EQ(mine.open(path("s.mdb"), false), path("s.mdb"));
+    ASSERT_EQ(other.open(path("s.mdb"), false), path("s.mdb"));
+    long affected = 0;
+    ASSERT_TRUE(mine.execute(
+        L"CREATE TABLE T (id LONG CONSTRAINT PrimaryKey PRIMARY KEY, a LONG, b LONG)", affected));
+    ASSERT_TRUE(mine.execute(L"INSERT INTO T (id, a, b) VALUES (1, 10, 20)", affected));
+    ASSERT_TRUE(mine.openTable(L"T", L"PrimaryKey"));
+    VariantArray record;
+    ASSERT_TRUE(mine.moveFirst(record));
+
+    ASSERT_TRUE(other.execute(L"UPDATE T SET a = 11", affected));
+    EXPECT_EQ(affected, 1);
+    VariantArray written;
+    EXPECT_FALSE(mine.replace({COleVariant(L"a"), COleVariant(static_cast<long>(99))}, written));
+    long code = 0;
+    std::wstring text;
+    mine.lastError(code, text);
+    EXPECT_EQ(code, dao::kWriteConflict);
+    ASSERT_TRUE(mine.readRecord(record));
+    ASSERT_EQ(record.size(), 6u);
+    EXPECT_EQ(record[3].lVal, 11);  // the other connection's value, kept
+
+    // Only b, which nobody else changed: written.
+    ASSERT_TRUE(other.execute(L"UPDATE T SET a = 12", affected));
+    EXPECT_TRUE(mine.replace({COleVariant(L"b"), COleVariant(static_cast<long>(21))}, written));
+    ASSERT_TRUE(mine.readRecord(record));
+    EXPECT_EQ(record[3].lVal, 12);
+    EXPECT_EQ(record[5].lVal, 21);
+}
+
 // The computer name the compaction box shows, or empty when it does not fit the
 // 15-character buffer (terminator included) and no box is shown.
 std::wstring boxComputerName() {

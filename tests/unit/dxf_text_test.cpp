@@ -75,6 +75,27 @@ TEST(DxfTokenizer, MalformedInputNamesTheLine) {
     EXPECT_THROW(tokens(binary), DxfError);
 }
 
+// A group code outside those of drawing files would be taken, once in memory, for another
+// kind of value (65536 wraps to 0, a string): such a file is refused where the code is.
+TEST(DxfTokenizer, GroupCodesOutsideTheDxfRangeAreRefused) {
+    for (std::string code : {"65536", "-16777216", "5005", "1072", "-1", "32768"}) {
+        SCOPED_TRACE(code);
+        try {
+            tokens("0\nSECTION\n2\nENTITIES\n0\nLINE\n" + code + "\nabc\n0\nENDSEC\n0\nEOF\n");
+            FAIL() << "no error";
+        } catch (const DxfError& e) {
+            EXPECT_EQ(e.line(), 7);
+            EXPECT_EQ(std::string(e.what()),
+                      "line 7: group code " + code +
+                          " is outside the range of DXF group codes (0 to 1071)");
+        }
+    }
+    EXPECT_THROW(
+        DxfFile::parse("0\nSECTION\n2\nENTITIES\n0\nLINE\n65536\nabc\n0\nENDSEC\n0\nEOF\n"),
+        DxfError);
+    EXPECT_EQ(tokens("999\ncomment\n1071\n7\n0\nEOF\n").size(), 2u);
+}
+
 TEST(DxfTextCodec, CodePagesUtf8AndEscapes) {
     TextCodec latin = TextCodec::codePage("ANSI_1252");
     EXPECT_EQ(latin.decode("108\xB0"), L"108\u00B0");

@@ -92,6 +92,21 @@ TEST(ValueConversion, ListsPairsAndPointsKeepTheirShape) {
     for (size_t i = 0; i < args.size(); ++i) EXPECT_EQ(printed(back[i]), printed(args[i]));
 }
 
+// A list nested far deeper than any call passes goes out as a value list and comes back
+// unchanged, dotted tails included, without recursion.
+TEST(ValueConversion, DeepListsConvertBothWays) {
+    const int depth = 200000;
+    Value deep = Value::cons(Value::integer(1), Value::integer(2));
+    for (int i = 0; i < depth; ++i) deep = Value::list({deep, Value::string(L"s")});
+    Chain rb(valuesToChain({deep}));
+    std::size_t nodes = 0;
+    for (const resbuf* p = rb.get(); p; p = p->rbnext) ++nodes;
+    EXPECT_EQ(nodes, 3u * depth + 5u);  // each level RTLB RTSTR RTLE, the pair 5 nodes
+    Value back = chainToValue(rb.get());
+    EXPECT_EQ(printed(back), printed(deep));
+    EXPECT_EQ(printed(chainToList(rb.get())), printed(deep));
+}
+
 TEST(ValueConversion, TwoRealsAreA2dPointButMixedNumbersAreAList) {
     Chain p2(valuesToChain({Value::list({Value::real(1), Value::real(2)})}));
     EXPECT_EQ(types(p2.get()), (std::vector<short>{RTPOINT}));

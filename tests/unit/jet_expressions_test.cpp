@@ -151,5 +151,33 @@ TEST(JetExpressions, MalformedExpressionsNameThemselves) {
     EXPECT_EQ(syntaxCode("SELECT Left(\"a\") FROM t"), 3075);  // wrong number of arguments
 }
 
+std::string repeated(std::string_view part, int times) {
+    std::string out;
+    for (int i = 0; i < times; ++i) out += part;
+    return out;
+}
+
+// Nesting deeper than the translator goes is "Query is too complex." (3360), never a crash;
+// ordinary depths still translate and run.
+TEST(JetExpressions, DeepNestingIsTooComplexNotACrash) {
+    const std::string tooComplex = "Query is too complex.";
+    const std::string parens = "SELECT " + repeated("(", 600) + "1" + repeated(")", 600);
+    EXPECT_EQ(syntaxMessage(parens), tooComplex);
+    EXPECT_EQ(syntaxCode("SELECT 1 FROM t WHERE " + repeated("NOT ", 5000) + "a = 1"), 3360);
+    EXPECT_EQ(syntaxCode("SELECT " + repeated("-", 5000) + "1"), 3360);
+    EXPECT_EQ(syntaxCode("SELECT " + repeated("+", 5000) + "1"), 3360);
+    EXPECT_EQ(syntaxCode("SELECT " + repeated("Abs(", 2000) + "1" + repeated(")", 2000)), 3360);
+    EXPECT_EQ(syntaxCode("SELECT * FROM " + repeated("(", 3000) + "t" + repeated(")", 3000)), 3360);
+    EXPECT_EQ(
+        syntaxCode("SELECT * FROM t WHERE a IN " + repeated("(SELECT a FROM t WHERE a IN ", 400) +
+                   "(1)" + repeated(")", 400)),
+        3360);
+
+    JetDb db;
+    EXPECT_EQ(db.value(repeated("(", 40) + "1 + 2" + repeated(")", 40)), "3");
+    EXPECT_EQ(db.value(repeated("NOT ", 21) + "True"), "0");
+    EXPECT_EQ(db.value(repeated("- ", 20) + "7"), "7");
+}
+
 }  // namespace
 }  // namespace kelvo::jet::testing

@@ -78,6 +78,34 @@ TEST(LispReader, SyntaxErrors) {
     }
 }
 
+// Nesting is read with a stack of open lists, so depth is limited by memory alone; the
+// dotted-pair and quote rules hold at every depth.
+TEST(LispReader, DeepNestingReadsAndPrintsBack) {
+    const int depth = 200000;
+    std::wstring text(depth, L'(');
+    text += L"1 . 2";
+    text += std::wstring(depth, L')');
+    Reader reader(text);
+    auto form = reader.next();
+    ASSERT_TRUE(form);
+    EXPECT_TRUE(Interp::prin1String(*form) == text);  // (not EXPECT_EQ: no 400 KB message)
+    std::wstring quotes(depth, L'\'');
+    quotes += L"x";
+    auto quoted = Reader(quotes).next();
+    ASSERT_TRUE(quoted);
+    Value v = *quoted;
+    int levels = 0;
+    for (; v.isCons(); v = v.cdr().car()) ++levels;
+    EXPECT_EQ(levels, depth);
+    EXPECT_EQ(Interp::prin1String(v), L"X");
+    EXPECT_THROW(Reader(std::wstring(depth, L'(')).next(), IncompleteInput);
+    EXPECT_THROW(Reader(L"(1 . 2 3)").next(), Error);
+    EXPECT_THROW(Reader(L"( . 2)").next(), Error);
+    EXPECT_THROW(Reader(L"(1 . )").next(), Error);
+    EXPECT_EQ(roundTrip(L"((a . b) . (c))"), L"((A . B) C)");
+    EXPECT_EQ(roundTrip(L"'(1 '2)"), L"(QUOTE (1 (QUOTE 2)))");
+}
+
 TEST(LispReader, FormsComplete) {
     EXPECT_TRUE(Interp::formsComplete(L"(+ 1 2) (a)"));
     EXPECT_FALSE(Interp::formsComplete(L"(defun f ()\n (princ"));

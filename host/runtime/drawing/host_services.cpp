@@ -7,6 +7,7 @@
 #include "dbapserv.h"
 #include "runtime/drawing/drawing_internal.h"
 #include "runtime/host_impl.h"
+#include "utf8.h"
 
 namespace fs = std::filesystem;
 
@@ -29,12 +30,12 @@ std::vector<fs::path> supportFolders() {
         while (start <= all.size()) {
             std::size_t end = all.find(L';', start);
             if (end == std::wstring::npos) end = all.size();
-            if (end > start) folders.emplace_back(all.substr(start, end - start));
+            if (end > start) folders.push_back(utf8Path(all.substr(start, end - start)));
             start = end + 1;
         }
     }
     if (host::Document* doc = host::Host::instance().impl().currentDocument()) {
-        fs::path drawing(doc->fileName());
+        const fs::path drawing = utf8Path(doc->fileName());
         if (drawing.has_parent_path()) folders.push_back(drawing.parent_path());
     }
     return folders;
@@ -53,7 +54,7 @@ AcDbDatabase* workingDatabase() {
 Acad::ErrorStatus AcDbHostApplicationServices::findFile(ACHAR* out, int size, const ACHAR* name,
                                                         AcDbDatabase*, FindFileHint) {
     if (!out || size <= 0 || !name || !*name) return Acad::eInvalidInput;
-    fs::path file(name);
+    const fs::path file = kelvo::utf8Path(name);
     fs::path found;
     std::error_code ec;
     if (file.has_parent_path() || file.is_absolute()) {
@@ -67,7 +68,7 @@ Acad::ErrorStatus AcDbHostApplicationServices::findFile(ACHAR* out, int size, co
         }
     }
     if (found.empty()) return Acad::eFileNotFound;
-    std::wstring text = found.wstring();
+    std::wstring text = kelvo::widePath(found);
     if (static_cast<int>(text.size()) + 1 > size) return Acad::eBufferTooSmall;
     std::wcscpy(out, text.c_str());
     return Acad::eOk;

@@ -20,6 +20,7 @@
 #include "runtime/dxf/dxf_error.h"
 #include "runtime/dxf/dxf_file.h"
 #include "utf8.h"
+#include "whole_file.h"
 
 namespace kelvo::files {
 namespace {
@@ -43,6 +44,7 @@ std::string unreadable(const fs::path& file) {
     std::error_code ec;
     if (!fs::exists(file, ec)) return "no such file";
     if (fs::is_directory(file, ec)) return "it is a folder";
+    if (!fs::is_regular_file(file, ec)) return "it is not a regular file";
     std::ifstream in(file, std::ios::binary);
     if (!in) return std::strerror(errno);
     return "";
@@ -107,9 +109,8 @@ Acad::ErrorStatus writeDxf(AcDbDatabase& db, const fs::path& file, std::wstring*
         say(why, e.what());
         return Acad::eFilerError;
     }
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    if (!out || !out.write(text.data(), static_cast<std::streamsize>(text.size())) || !out.flush()) {
-        say(why, std::strerror(errno));
+    if (const int error = writeWholeFile(file, text); error != 0) {
+        say(why, std::strerror(error));
         return Acad::eFileAccessErr;
     }
     return Acad::eOk;
@@ -132,10 +133,9 @@ Acad::ErrorStatus readDwg(AcDbDatabase& db, const fs::path& file, std::wstring* 
 Acad::ErrorStatus writeDwg(AcDbDatabase& db, const fs::path& file, std::wstring* why) {
     std::vector<std::uint8_t> bytes;
     if (Acad::ErrorStatus es = encodeDwgDrawing(db, bytes, why); es != Acad::eOk) return es;
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    if (!out || !out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size())) ||
-        !out.flush()) {
-        say(why, std::strerror(errno));
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    if (const int error = writeWholeFile(file, text); error != 0) {
+        say(why, std::strerror(error));
         return Acad::eFileAccessErr;
     }
     return Acad::eOk;
@@ -146,13 +146,15 @@ namespace {
 // The database's own file functions come here.
 const bool kRegistered = [] {
     using kelvo::drawing::registerDwgReader;
-    registerDwgReader([](AcDbDatabase& db, const std::wstring& path) { return readDrawing(db, path); });
+    registerDwgReader(
+        [](AcDbDatabase& db, const std::wstring& path) { return readDrawing(db, utf8Path(path)); });
     kelvo::drawing::registerDwgWriter([](const AcDbDatabase& db, const std::wstring& path) {
-        return writeDrawing(const_cast<AcDbDatabase&>(db), path);
+        return writeDrawing(const_cast<AcDbDatabase&>(db), utf8Path(path));
     });
-    kelvo::drawing::registerDxfReader([](AcDbDatabase& db, const std::wstring& path) { return readDxf(db, path); });
+    kelvo::drawing::registerDxfReader(
+        [](AcDbDatabase& db, const std::wstring& path) { return readDxf(db, utf8Path(path)); });
     kelvo::drawing::registerDxfWriter([](const AcDbDatabase& db, const std::wstring& path) {
-        return writeDxf(const_cast<AcDbDatabase&>(db), path);
+        return writeDxf(const_cast<AcDbDatabase&>(db), utf8Path(path));
     });
     return true;
 }();

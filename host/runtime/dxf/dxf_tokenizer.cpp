@@ -10,6 +10,8 @@ namespace kelvo::host::dxf {
 namespace {
 
 constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
+constexpr int kFirstGroupCode = 0;
+constexpr int kLastGroupCode = 1071;
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
@@ -51,6 +53,12 @@ bool Tokenizer::next(RawGroup& group) {
     auto [ptr, ec] = std::from_chars(digits.data(), digits.data() + digits.size(), code);
     if (digits.empty() || ec != std::errc() || ptr != digits.data() + digits.size())
         throw DxfError("group code expected, found \"" + std::string(digits.substr(0, 40)) + "\"",
+                       line_);
+    // Group codes of drawing files run from 0 to 1071; anything else would be taken for
+    // another kind of value (a value-list type, an entity name) once in memory.
+    if (code < kFirstGroupCode || code > kLastGroupCode)
+        throw DxfError("group code " + std::string(digits.substr(0, 40)) +
+                           " is outside the range of DXF group codes (0 to 1071)",
                        line_);
     group.code = code;
     group.line = line_;
