@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "database/database_functions.h"
+#include "database/structure_functions.h"
 #include "entities/leader_functions.h"
 #include "entities/xdata_functions.h"
 #include "module/file_functions.h"
@@ -25,8 +26,8 @@ constexpr LispFunction kDatabaseTable[] = {
     {L"kv_count", database::kvCount},
     {L"kv_delete", database::kvDelete},
     {L"kv_getrec", database::kvGetrec},
-    {L"kv_structure", kNotBuilt},
-    {L"kv_list_indexes", kNotBuilt},
+    {L"kv_structure", database::kvStructure},
+    {L"kv_list_indexes", database::kvListIndexes},
     {L"kv_modify_table", kNotBuilt},
     {L"kv_replace", database::kvReplace},
     {L"kv_seek", database::kvSeek},
@@ -45,7 +46,7 @@ constexpr LispFunction kDatabaseTable[] = {
     {L"kv_exist", database::kvExist},
     {L"kv_readonly", database::kvReadonly},
     {L"kv_delete_table", kNotBuilt},
-    {L"kv_list_tables", kNotBuilt},
+    {L"kv_list_tables", database::kvListTables},
     {L"kv_current_table", database::kvCurrentTable},
     {L"kv_current_index", database::kvCurrentIndex},
     {L"kv_sql", database::kvSql},
@@ -63,12 +64,12 @@ constexpr LispFunction kDatabaseTable[] = {
     {L"kv_xdget-list", kvXdgetList},
     {L"kv_xdget-all", kvXdgetAll},
     {L"kv_mkdir", kvMkdir},
-    {L"kv_relationExists", kNotBuilt},
+    {L"kv_relationExists", database::kvRelationExists},
     {L"kv_relationDelete", kNotBuilt},
     {L"kv_lastError", database::kvLastError},
     {L"kv_resetLastError", database::kvResetLastError},
-    {L"kv_field_required", kNotBuilt},
-    {L"kv_attributes", kNotBuilt},
+    {L"kv_field_required", database::kvFieldRequired},
+    {L"kv_attributes", database::kvAttributes},
     {L"kv_getVersion", kvGetVersion},
     {L"kv_rmdir", kvRmdir},
     {L"kv_fmove", kvFmove},
@@ -76,10 +77,10 @@ constexpr LispFunction kDatabaseTable[] = {
     {L"kv_fcopyIfChanged", kvFcopyIfChanged},
     {L"kv_fdir", kvFdir},
     {L"kv_fdelete", kvFdelete},
-    {L"kv_indexUnique", kNotBuilt},
-    {L"kv_indexFields", kNotBuilt},
-    {L"kv_relationCount", kNotBuilt},
-    {L"kv_relationInfo", kNotBuilt},
+    {L"kv_indexUnique", database::kvIndexUnique},
+    {L"kv_indexFields", database::kvIndexFields},
+    {L"kv_relationCount", database::kvRelationCount},
+    {L"kv_relationInfo", database::kvRelationInfo},
 };
 
 // Codes from 62, after the database table.
