@@ -176,6 +176,35 @@ void returnTexts(const std::vector<std::wstring>& texts) {
     out.close();
 }
 
+// Refuses a change on a database that cannot be updated (the engine's 3027).
+void requireWritable(CDaoDatabase& database) {
+    if (!database.CanUpdate()) fail(dao::kReadOnly, dao::errorText(dao::kReadOnly));
+}
+
+// The key fields of a new index: one name, or a list of names; a leading "-" makes the
+// field descending. False when the argument is neither.
+bool readKeyFields(Cursor& cursor, std::vector<CDaoIndexFieldInfo>& fields) {
+    std::wstring name;
+    auto add = [&fields](std::wstring text) {
+        CDaoIndexFieldInfo field;
+        field.m_bDescending = !text.empty() && text.front() == L'-';
+        field.m_strName = field.m_bDescending ? text.substr(1) : std::move(text);
+        fields.push_back(std::move(field));
+    };
+    if (readText(cursor, name)) {
+        add(std::move(name));
+        return true;
+    }
+    Cursor at = cursor;
+    if (!readListBegin(at)) return false;
+    while (!readListEnd(at)) {
+        if (!readText(at, name)) return false;
+        add(std::move(name));
+    }
+    cursor = at;
+    return !fields.empty();
+}
+
 // Reads the text arguments in order: too few arguments or a value that is not a text
 // give the guard's status.
 int readNames(HandlerArgs& args, std::initializer_list<std::wstring*> names) {
@@ -380,6 +409,83 @@ int relationInfoHandler() {
     return kArgOk;
 }
 
+int deleteTableHandler() {
+    HandlerArgs args;
+    std::wstring table;
+    if (int status = readNames(args, {&table}); status != kArgOk) return status;
+    onDatabase([&](CDaoDatabase& database) {
+        requireWritable(database);
+        CDaoTableDef definition(&database);
+        openTableDef(definition, table);
+        const std::wstring name = definition.GetName();
+        definition.Close();
+        database.DeleteTableDef(name.c_str());
+        acedRetT();
+    });
+    return kArgOk;
+}
+
+int renameTableHandler() {
+    HandlerArgs args;
+    std::wstring table, newName;
+    if (int status = readNames(args, {&table, &newName}); status != kArgOk) return status;
+    onDatabase([&](CDaoDatabase& database) {
+        requireWritable(database);
+        CDaoTableDef definition(&database);
+        openTableDef(definition, table);
+        checkName(newName);
+        definition.SetName(newName.c_str());
+        acedRetT();
+    });
+    return kArgOk;
+}
+
+int createIndexHandler() {
+    HandlerArgs args;
+    std::wstring table;
+    CDaoIndexInfo index;
+    if (int status = readNames(args, {&table, &index.m_strName}); status != kArgOk) {
+        return status;
+    }
+    if (args.atEnd()) return kTooFewArgs;
+    if (!readKeyFields(args.cursor(), index.m_fieldInfos)) return kWrongArgType;
+    index.m_nFields = static_cast<short>(index.m_fieldInfos.size());
+    for (bool* flag :
+         {&index.m_bUnique, &index.m_bPrimary, &index.m_bIgnoreNulls, &index.m_bRequired}) {
+        if (!args.atEnd() && !readBoolean(args.cursor(), *flag)) return kWrongArgType;
+    }
+    onDatabase([&](CDaoDatabase& database) {
+        requireWritable(database);
+        CDaoTableDef definition(&database);
+        openTableDef(definition, table);
+        checkName(index.m_strName);
+        for (const CDaoIndexFieldInfo& field : index.m_fieldInfos)
+            findField(definition, field.m_strName);
+        definition.CreateIndex(index);
+        acedRetT();
+    });
+    return kArgOk;
+}
+
+int relationDeleteHandler() {
+    HandlerArgs args;
+    std::wstring name;
+    if (int status = readNames(args, {&name}); status != kArgOk) return status;
+    onDatabase([&](CDaoDatabase& database) {
+        requireWritable(database);
+        checkName(name);
+        for (const CDaoRelationInfo& relation : relationsOf(database)) {
+            if (sameTableName(relation.m_strName, name)) {
+                database.DeleteRelation(relation.m_strName.c_str());
+                acedRetT();
+                return;
+            }
+        }
+        failNotFound(L"there is no relation '" + name + L"'");
+    });
+    return kArgOk;
+}
+
 }  // namespace
 
 int kvListTables() {
@@ -411,6 +517,18 @@ int kvRelationExists() {
 }
 int kvRelationInfo() {
     return runDatabaseCall(relationInfoHandler);
+}
+int kvDeleteTable() {
+    return runDatabaseCall(deleteTableHandler);
+}
+int kvRenameTable() {
+    return runDatabaseCall(renameTableHandler);
+}
+int kvCreateIndex() {
+    return runDatabaseCall(createIndexHandler);
+}
+int kvRelationDelete() {
+    return runDatabaseCall(relationDeleteHandler);
 }
 
 }  // namespace kelvo::database

@@ -24,4 +24,12 @@ int kvRelationCount();   // (kv_relationCount [table]) -> number of relations
 int kvRelationExists();  // (kv_relationExists name | table foreign-table) -> T or nil
 int kvRelationInfo();    // (kv_relationInfo name | position) -> relation description
 
+// Changes: each needs a database that can be updated (else the engine's 3027), and a
+// table that no cursor has open (else 3211).
+int kvDeleteTable();     // (kv_delete_table table) -> T
+int kvRenameTable();     // (kv_rename_table table new-name) -> T
+int kvCreateIndex();     // (kv_create_index table index fields [unique [primary
+                         //   [ignore-nulls [required]]]]) -> T
+int kvRelationDelete();  // (kv_relationDelete name) -> T
+
 }  // namespace kelvo::database
