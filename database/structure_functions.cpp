@@ -205,6 +205,139 @@ bool readKeyFields(Cursor& cursor, std::vector<CDaoIndexFieldInfo>& fields) {
     return !fields.empty();
 }
 
+// One entry of a description: ("key" . value), ("key" value ...) or ("key").
+struct Property {
+    std::wstring key;
+    std::vector<const resbuf*> values;
+};
+
+// Reads a description, a list of properties, at the cursor. False (the cursor unmoved)
+// when it is not such a list.
+bool readProperties(Cursor& cursor, std::vector<Property>& properties) {
+    Cursor at = cursor;
+    if (!readListBegin(at)) return false;
+    while (!readListEnd(at)) {
+        Property property;
+        if (!readListBegin(at) || !readText(at, property.key)) return false;
+        if (at != nullptr && at->restype == RTDOTE) at = at->rbnext;
+        for (; at != nullptr && at->restype != RTLE; at = at->rbnext) {
+            if (at->restype == RTLB || at->restype == RTDOTE) return false;
+            property.values.push_back(at);
+        }
+        if (!readListEnd(at)) return false;
+        properties.push_back(std::move(property));
+    }
+    cursor = at;
+    return true;
+}
+
+// A list of descriptions (nil for none).
+bool readDescriptions(Cursor& cursor, std::vector<std::vector<Property>>& descriptions) {
+    if (cursor != nullptr && cursor->restype == RTNIL) {
+        cursor = cursor->rbnext;
+        return true;
+    }
+    Cursor at = cursor;
+    if (!readListBegin(at)) return false;
+    while (!readListEnd(at)) {
+        descriptions.emplace_back();
+        if (!readProperties(at, descriptions.back())) return false;
+    }
+    cursor = at;
+    return true;
+}
+
+bool propertyText(const Property& property, std::wstring& out) {
+    Cursor at = property.values.size() == 1 ? property.values[0] : nullptr;
+    return at != nullptr && at->restype == RTSTR && readText(at, out);
+}
+
+template <class Integer>
+bool propertyInteger(const Property& property, Integer& out) {
+    Cursor at = property.values.size() == 1 ? property.values[0] : nullptr;
+    std::int32_t value = 0;
+    if (at == nullptr || at->restype == RTSTR || !readInteger(at, value)) return false;
+    out = static_cast<Integer>(value);
+    return true;
+}
+
+// ("key" . T) is true; ("key"), ("key" . nil) and ("key" . 0) are false.
+bool propertyBoolean(const Property& property, bool& out) {
+    if (property.values.size() > 1) return false;
+    out = false;
+    if (property.values.empty()) return true;
+    const resbuf& value = *property.values[0];
+    if (value.restype == RTSHORT)
+        out = value.resval.rint != 0;
+    else if (value.restype == RTLONG)
+        out = value.resval.rlong != 0;
+    else
+        out = value.restype != RTNIL;
+    return true;
+}
+
+// A field description as kv_structure gives it. False for an unknown key, a value of
+// the wrong kind, or no Name or Type.
+bool fieldFromDescription(const std::vector<Property>& description, CDaoFieldInfo& field) {
+    field.m_bAllowZeroLength = true;
+    bool named = false, typed = false;
+    for (const Property& property : description) {
+        bool ok = false;
+        if (sameTableName(property.key, L"Name")) {
+            ok = named = propertyText(property, field.m_strName);
+        } else if (sameTableName(property.key, L"Type")) {
+            ok = typed = propertyInteger(property, field.m_nType);
+        } else if (sameTableName(property.key, L"Size")) {
+            ok = propertyInteger(property, field.m_lSize);
+        } else if (sameTableName(property.key, L"Attributes")) {
+            ok = propertyInteger(property, field.m_lAttributes);
+        } else if (sameTableName(property.key, L"Required")) {
+            ok = propertyBoolean(property, field.m_bRequired);
+        } else if (sameTableName(property.key, L"AllowZeroLength")) {
+            ok = propertyBoolean(property, field.m_bAllowZeroLength);
+        } else if (sameTableName(property.key, L"DefaultValue")) {
+            ok = propertyText(property, field.m_strDefaultValue);
+        } else if (sameTableName(property.key, L"OrdinalPosition")) {
+            ok = propertyInteger(property, field.m_nOrdinal);  // the list's order rules
+        }
+        if (!ok) return false;
+    }
+    return named && typed;
+}
+
+// An index description as kv_list_indexes gives it with its describe flag.
+bool indexFromDescription(const std::vector<Property>& description, CDaoIndexInfo& index) {
+    bool named = false;
+    for (const Property& property : description) {
+        bool ok = false;
+        if (sameTableName(property.key, L"Name")) {
+            ok = named = propertyText(property, index.m_strName);
+        } else if (sameTableName(property.key, L"Fields")) {
+            ok = !property.values.empty();
+            for (const resbuf* value : property.values) {
+                std::wstring name;
+                Cursor at = value;
+                ok = ok && value->restype == RTSTR && readText(at, name);
+                CDaoIndexFieldInfo field;
+                field.m_bDescending = !name.empty() && name.front() == L'-';
+                field.m_strName = field.m_bDescending ? name.substr(1) : name;
+                index.m_fieldInfos.push_back(std::move(field));
+            }
+        } else if (sameTableName(property.key, L"Primary")) {
+            ok = propertyBoolean(property, index.m_bPrimary);
+        } else if (sameTableName(property.key, L"Unique")) {
+            ok = propertyBoolean(property, index.m_bUnique);
+        } else if (sameTableName(property.key, L"Required")) {
+            ok = propertyBoolean(property, index.m_bRequired);
+        } else if (sameTableName(property.key, L"IgnoreNulls")) {
+            ok = propertyBoolean(property, index.m_bIgnoreNulls);
+        }
+        if (!ok) return false;
+    }
+    index.m_nFields = static_cast<short>(index.m_fieldInfos.size());
+    return named && !index.m_fieldInfos.empty();
+}
+
 // Reads the text arguments in order: too few arguments or a value that is not a text
 // give the guard's status.
 int readNames(HandlerArgs& args, std::initializer_list<std::wstring*> names) {
@@ -409,6 +542,53 @@ int relationInfoHandler() {
     return kArgOk;
 }
 
+int createTableHandler() {
+    HandlerArgs args;
+    std::wstring table;
+    if (int status = readNames(args, {&table}); status != kArgOk) return status;
+    if (args.atEnd()) return kTooFewArgs;
+    std::vector<std::vector<Property>> fieldDescriptions, indexDescriptions;
+    if (!readDescriptions(args.cursor(), fieldDescriptions)) return kWrongArgType;
+    if (!args.atEnd() && !readDescriptions(args.cursor(), indexDescriptions)) {
+        return kWrongArgType;
+    }
+    std::vector<CDaoFieldInfo> fields(fieldDescriptions.size());
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (!fieldFromDescription(fieldDescriptions[i], fields[i])) return kBadArgData;
+    }
+    std::vector<CDaoIndexInfo> indexes(indexDescriptions.size());
+    for (std::size_t i = 0; i < indexes.size(); ++i) {
+        if (!indexFromDescription(indexDescriptions[i], indexes[i])) return kBadArgData;
+    }
+    onDatabase([&](CDaoDatabase& database) {
+        requireWritable(database);
+        checkName(table);
+        CDaoTableDef definition(&database);
+        definition.Create(table.c_str());
+        for (CDaoFieldInfo& field : fields) {
+            checkName(field.m_strName);
+            definition.CreateField(field);
+        }
+        for (CDaoIndexInfo& index : indexes) {
+            checkName(index.m_strName);
+            for (const CDaoIndexFieldInfo& key : index.m_fieldInfos) {
+                bool found = false;
+                for (const CDaoFieldInfo& field : fields) {
+                    found = found || sameTableName(field.m_strName, key.m_strName);
+                }
+                if (!found) {
+                    failNotFound(L"index '" + index.m_strName + L"' names no field of table '" +
+                                 table + L"': '" + key.m_strName + L"'");
+                }
+            }
+            definition.CreateIndex(index);
+        }
+        definition.Append();
+        acedRetT();
+    });
+    return kArgOk;
+}
+
 int deleteTableHandler() {
     HandlerArgs args;
     std::wstring table;
@@ -517,6 +697,9 @@ int kvRelationExists() {
 }
 int kvRelationInfo() {
     return runDatabaseCall(relationInfoHandler);
+}
+int kvCreateTable() {
+    return runDatabaseCall(createTableHandler);
 }
 int kvDeleteTable() {
     return runDatabaseCall(deleteTableHandler);

@@ -26,6 +26,8 @@ int kvRelationInfo();    // (kv_relationInfo name | position) -> relation descri
 
 // Changes: each needs a database that can be updated (else the engine's 3027), and a
 // table that no cursor has open (else 3211).
+int kvCreateTable();     // (kv_create_table table (field-description ...)
+                         //   [(index-description ...)]) -> T
 int kvDeleteTable();     // (kv_delete_table table) -> T
 int kvRenameTable();     // (kv_rename_table table new-name) -> T
 int kvCreateIndex();     // (kv_create_index table index fields [unique [primary

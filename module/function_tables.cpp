@@ -38,7 +38,7 @@ constexpr LispFunction kDatabaseTable[] = {
     {L"kv_connect", database::kvConnect},
     {L"kv_mdb", database::kvMdb},
     {L"kv_create_db", database::kvCreateDb},
-    {L"kv_create_table", kNotBuilt},
+    {L"kv_create_table", database::kvCreateTable},
     {L"kv_close_db", database::kvCloseDb},
     {L"kv_beep", kvBeep},
     {L"kv_random", kvRandom},
