@@ -30,6 +30,14 @@ void ResultBuilder::close() {
     tail_ = nullptr;
 }
 
+void ResultBuilder::endList() {
+    append(acutBuildList(RTLE, 0));
+}
+
+void ResultBuilder::addBoolPair(const std::wstring& key, bool value) {
+    append(acutBuildList(RTLB, RTSTR, key.c_str(), RTDOTE, value ? RTT : RTNIL, RTLE, 0));
+}
+
 void ResultBuilder::addText(const std::wstring& text) {
     append(acutBuildList(RTSTR, text.c_str(), 0));
 }

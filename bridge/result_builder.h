@@ -6,8 +6,8 @@
 #include <string>
 
 #include "adsdef.h"
-#include "dbid.h"
 #include "bridge/value_list.h"
+#include "dbid.h"
 
 namespace kelvo {
 
@@ -22,6 +22,9 @@ public:
 
     void open();   // RTLB
     void close();  // RTLE, then acedRetList and release
+    // A list inside the list: beginList() is RTLB, endList() its RTLE.
+    void beginList() { open(); }
+    void endList();
     bool empty() const { return head_ == nullptr; }
 
     void addText(const std::wstring& text);
@@ -34,6 +37,8 @@ public:
     void addPair(const std::wstring& key, double value);
     void addPair(const std::wstring& key, const std::wstring& value);
     void addNilPair(const std::wstring& key);
+    // (key . T), or (key . nil) when false.
+    void addBoolPair(const std::wstring& key, bool value);
     // (key . entity name), or (key . nil) for a null id or one without a name.
     void addPair(const std::wstring& key, AcDbObjectId id);
     void addPair(double key, std::int32_t value);

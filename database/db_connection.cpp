@@ -104,6 +104,12 @@ void CDBConnection::lastError(long& code, std::wstring& text) const {
     text = errorText_;
 }
 
+void CDBConnection::recordError(long code, std::wstring text) {
+    errorCode_ = code;
+    errorText_ = std::move(text);
+    errorFlag_ = true;
+}
+
 void CDBConnection::recordError(CDaoException* error) {
     errorCode_ = error->daoCode();
     errorText_ = error->message();

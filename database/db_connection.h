@@ -58,6 +58,8 @@ public:
     // Copies the error into the connection, sets the flag and deletes the exception.
     void recordError(CDaoException* error);
     void clearError() { errorFlag_ = false; }
+    // Records an error found without the engine (its DAO code and a message).
+    void recordError(long code, std::wstring text);
 
     // --- table cursors (db_connection_tables.cpp) ---
     // Opens `table` as a cursor (or finds it already open) and makes it current; with a
@@ -103,6 +105,23 @@ public:
     bool runQuery(const std::wstring& name, const VariantArray& parameters, RowSink& sink);
     // Replaces the SQL of an existing stored query.
     bool setQuerySql(const std::wstring& name, const std::wstring& sql);
+
+    // --- structure (database/structure_functions.cpp) ---
+    // Runs work(database) on the open database under the engine-error catch. False when
+    // no database is open (no error recorded) or when the work throws a CDaoException*
+    // (recorded as every operation records it).
+    template <class Work>
+    bool withDatabase(Work&& work) {
+        clearError();
+        if (!database_.IsOpen()) return false;
+        try {
+            work(database_);
+            return true;
+        } catch (CDaoException* error) {
+            recordError(error);
+            return false;
+        }
+    }
 
 private:
     struct TableCursor;

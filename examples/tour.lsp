@@ -67,8 +67,8 @@
 ;;; ------------------------------------------------------------------------------------
 (tour:step "Functions not built yet")
 (princ "  A registered function that this build does not provide says so and gives nil.\n")
-(princ "  (kv_structure \"tblLayer\") gives:")
-(setq tour:result (kv_structure "tblLayer"))
+(princ "  (kv_modify_table \"tblLayer\") gives:")
+(setq tour:result (kv_modify_table "tblLayer"))
 (princ "\n  and returns ")
 (prin1 tour:result)
 (terpri)

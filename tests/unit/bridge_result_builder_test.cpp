@@ -55,6 +55,27 @@ TEST(ResultBuilder, DottedPairs) {
               L"(2 . 0.25) (3 . 4))");
 }
 
+int nestedHandler() {
+    HandlerArgs args;
+    ResultBuilder result;
+    result.open();
+    result.addBoolPair(L"t", true);
+    result.addBoolPair(L"f", false);
+    result.beginList();
+    result.addText(L"k");
+    result.beginList();
+    result.addPair(L"a", std::wstring(L"b"));
+    result.endList();
+    result.endList();
+    result.close();
+    return kArgOk;
+}
+
+TEST(ResultBuilder, BooleanPairsAndNestedLists) {
+    const auto outcome = call([] { return runGuarded(nestedHandler); });
+    EXPECT_EQ(outcome.result, L"((\"t\" . T) (\"f\") (\"k\" ((\"a\" . \"b\"))))");
+}
+
 int hostValuePairsHandler() {
     HandlerArgs args;
     ads_point point = {1, 2, 0};

@@ -97,13 +97,13 @@ TEST_F(Lifecycle, SecondDrawingGetsTheSameCodesAndItsOwnRecord) {
 TEST_F(Lifecycle, FunctionsNotBuiltSayWhoTheyAreAndGiveNil) {
     openNewDrawing();
     test::CapturedOutput output;
-    EXPECT_EQ(eval(L"(kv_structure \"tblLayer\")"), L"nil");
+    EXPECT_EQ(eval(L"(kv_modify_table \"tblLayer\")"), L"nil");
     EXPECT_EQ(eval(L"(tv_tv-multiMoveJig \"Move\" '(0 0) nil)"), L"nil");
-    EXPECT_EQ(eval(L"(kv_relationInfo)"), L"nil");
+    EXPECT_EQ(eval(L"(kv_link_table)"), L"nil");
     EXPECT_EQ(output.text(),
-              L"\nkv_structure: not available in this build"
+              L"\nkv_modify_table: not available in this build"
               L"\ntv_tv-multiMoveJig: not available in this build"
-              L"\nkv_relationInfo: not available in this build");
+              L"\nkv_link_table: not available in this build");
 }
 
 TEST_F(Lifecycle, ClosingDropsTheHeadRecordAndAllWithTheLastDrawing) {
