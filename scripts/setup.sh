@@ -3,7 +3,8 @@
 # Safe to run again: it does nothing when everything is there.
 set -euo pipefail
 packages=(cmake g++ make pkg-config libgtest-dev libgmock-dev libbenchmark-dev
-          libsqlite3-dev libedit-dev libcairo2-dev mdbtools)
+          libsqlite3-dev libedit-dev libcairo2-dev mdbtools
+          python3-ezdxf librecad poppler-utils)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
