@@ -236,7 +236,7 @@ TEST(DxfDrawing, OldRecordsAreLaidOutBySubclass) {
     std::vector<Group> modern = {{100, L"AcDbEntity", 1}, {100, L"AcDb3dPolyline", 2}};
     EXPECT_EQ(withSubclassMarkers(L"POLYLINE", modern)[1].text, L"AcDb2dPolyline");
     std::vector<Group> unknown = {{8, L"0", 1}, {10, L"1", 2}};
-    EXPECT_EQ(withSubclassMarkers(L"SOLID", unknown).size(), 2u);
+    EXPECT_EQ(withSubclassMarkers(L"TRACE", unknown).size(), 2u);
 }
 
 TEST(DxfDrawing, AnR12ArcReadsWithItsAnglesInRadians) {
@@ -267,8 +267,8 @@ TEST(DxfDrawing, AnR12ArcReadsWithItsAnglesInRadians) {
 TEST(DxfDrawing, UnknownTypesAreReportedOnceWithTheirCounts) {
     const char* text =
         "0\nSECTION\n2\nENTITIES\n"
-        "0\nSOLID\n8\n0\n10\n0\n20\n0\n"
-        "0\nSOLID\n8\n0\n10\n0\n20\n0\n"
+        "0\nTRACE\n8\n0\n10\n0\n20\n0\n"
+        "0\nTRACE\n8\n0\n10\n0\n20\n0\n"
         "0\nHATCH\n5\nA0\n100\nAcDbEntity\n8\n0\n100\nAcDbHatch\n2\nSOLID\n"
         "0\nLINE\n8\n0\n10\n0\n20\n0\n11\n1\n21\n1\n"
         "0\nPOLYLINE\n8\n0\n66\n1\n70\n64\n0\nVERTEX\n8\n0\n10\n1\n20\n1\n70\n192\n"
@@ -276,13 +276,17 @@ TEST(DxfDrawing, UnknownTypesAreReportedOnceWithTheirCounts) {
         "0\nENDSEC\n0\nEOF\n";
     AcDbDatabase db(false, true);
     std::wstring report = readDrawingDxf(DxfFile::parse(text), db);
-    EXPECT_EQ(report, L"skipped 1 POLYLINE (mesh), 2 SOLID; kept as proxies 1 HATCH");
+    EXPECT_EQ(report, L"skipped 2 TRACE; kept as proxies 1 HATCH, 1 POLYLINE (mesh)");
+    // A mesh is kept as it is: the polyline, its vertices and its end, one after the other.
     EXPECT_EQ(entityTypes(db.modelSpaceId()),
-              (std::vector<std::wstring>{L"ACAD_PROXY_ENTITY", L"LINE"}));
+              (std::vector<std::wstring>{L"ACAD_PROXY_ENTITY", L"LINE", L"ACAD_PROXY_ENTITY",
+                                         L"ACAD_PROXY_ENTITY", L"ACAD_PROXY_ENTITY",
+                                         L"ACAD_PROXY_ENTITY"}));
     // The proxy writes back what it read.
     std::string out = writeDrawingDxf(db);
     EXPECT_NE(out.find("HATCH\r\n  5\r\nA0\r\n"), std::string::npos);
     EXPECT_NE(out.find("AcDbHatch\r\n  2\r\nSOLID\r\n"), std::string::npos);
+    EXPECT_NE(out.find("VERTEX\r\n  5\r\n"), std::string::npos) << "the mesh's vertices";
 }
 
 TEST(DxfDrawing, HeaderVariablesAndExtendedDataComeThrough) {

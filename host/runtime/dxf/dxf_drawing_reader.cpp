@@ -189,7 +189,7 @@ private:
             nameProxy(*proxy, type);
             return proxy;
         }
-        if (!hasSubclassMarkers(r.groups)) {
+        if (!hasSubclassMarkers(r.groups) && !hasLayout(type)) {
             ++skipped_[type];
             return nullptr;
         }
@@ -433,10 +433,8 @@ private:
     size_t entity(const Section& s, size_t i, AcDbObjectId block) {
         const Record& r = s.records[i];
         AcDbObjectId id;
-        if (isMesh(r) && hasSubclassMarkers(r.groups)) {
+        if (isMesh(r)) {  // its vertices are faces and corners, not a path
             return meshKept(s, i, block);
-        } else if (isMesh(r)) {  // its vertices are faces and corners, not a path
-            ++skipped_[L"POLYLINE (mesh)"];
         } else if (AcDbObject* object = make(r, true)) {
             if (!AcDbEntity::cast(object)) {
                 delete object;

@@ -21,6 +21,7 @@
 #include "runtime/drawing/proxy_data.h"
 #include "runtime/dxf/dxf_error.h"
 #include "runtime/dxf/dxf_file_filer.h"
+#include "runtime/render/proxy_graphics.h"
 #include "utf8.h"
 
 namespace kelvo::host::dxf {
@@ -117,6 +118,10 @@ private:
             w_.string(9, v.name);
             std::visit([&](const auto& value) { headerValue(v.code, value); }, v.value);
         }
+        if (!kelvo::drawing::getHeaderVariable(db_, L"$PROXYGRAPHICS")) {  // they are written
+            w_.string(9, L"$PROXYGRAPHICS");
+            w_.integer(70, 1);
+        }
         w_.string(9, L"$HANDSEED");
         w_.handle(5, seed);
         endSection();
@@ -209,9 +214,22 @@ private:
         endSection();
     }
 
+    // Whether an entity is of a class a module brought (not a proxy, not the host's).
+    static bool isCustom(const AcDbEntity& e) {
+        AcRxClass* cls = e.isA();
+        return !ObjectAccess::proxy(e) && cls && !kelvo::drawing::isBuiltinClass(cls);
+    }
+
     // An entity, then its attributes or vertices and their end marker, in their order.
+    // An entity of a module's class carries what it draws as proxy graphics.
     void entityWithSubEntities(AcDbEntity& e) {
+        if (isCustom(e)) {
+            ++ObjectAccess::readersRef(e);
+            filer_.setProxyGraphics(kelvo::host::render::proxyGraphicsOf(e));
+            --ObjectAccess::readersRef(e);
+        }
         object(e);
+        filer_.setProxyGraphics({});
         AcDbObjectIdArray subs;
         AcDbObjectId end;
         if (auto* ref = AcDbBlockReference::cast(&e)) {

@@ -2,6 +2,7 @@
 
 #include "runtime/dxf/dxf_file_filer.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <numbers>
@@ -222,7 +223,25 @@ Acad::ErrorStatus DxfOutFiler::writeBool(AcDb::DxfCode c, bool v) {
     return integer(c, v ? 1 : 0);
 }
 
+void DxfOutFiler::writeProxyGraphics() {
+    static const char* kHex = "0123456789ABCDEF";
+    w_.integer(92, static_cast<std::int64_t>(graphics_.size()));
+    for (size_t at = 0; at < graphics_.size(); at += 127) {  // 127 bytes a group
+        std::wstring hex;
+        for (size_t i = at; i < std::min(graphics_.size(), at + 127); ++i) {
+            hex += static_cast<wchar_t>(kHex[graphics_[i] >> 4]);
+            hex += static_cast<wchar_t>(kHex[graphics_[i] & 15]);
+        }
+        w_.string(310, hex);
+    }
+    graphics_.clear();
+}
+
 Acad::ErrorStatus DxfOutFiler::writeString(AcDb::DxfCode code, const ACHAR* text) {
+    if (code == AcDb::kDxfSubclass) {
+        if (inEntityPart_ && !graphics_.empty()) writeProxyGraphics();
+        inEntityPart_ = text && std::wstring_view(text) == L"AcDbEntity";
+    }
     w_.string(code, text ? text : L"");
     if (paperSpace_ && code == AcDb::kDxfSubclass && text &&
         std::wstring_view(text) == L"AcDbEntity")

@@ -144,14 +144,21 @@ public:
 
     // Entities written while this is set are marked as paper space's (group 67).
     void setPaperSpace(bool paper) { paperSpace_ = paper; }
+    // The proxy graphics of the next entity written: its size (92) and its data (310)
+    // go at the end of its common entity part, before its next subclass marker.
+    void setProxyGraphics(std::vector<std::uint8_t> graphics) { graphics_ = std::move(graphics); }
 
 private:
+    void writeProxyGraphics();
+
     Acad::ErrorStatus integer(int code, std::int64_t value);
 
     AcDbDatabase* db_;
     Writer& w_;
     Acad::ErrorStatus status_ = Acad::eOk;
     bool paperSpace_ = false;
+    bool inEntityPart_ = false;
+    std::vector<std::uint8_t> graphics_;
 };
 
 }  // namespace kelvo::host::dxf

@@ -1,0 +1,87 @@
+# Shared by the dxf_roundtrip_N.sh tests: a test drawing read by kelvo-host and saved as
+# DXF opens in ezdxf (its audit finds nothing the input did not have, every entity is kept
+# by type and handle), renders in LibreCAD to a PDF with ink, and a second round trip gives
+# the same bytes. Skipped (status 77) when ezdxf, LibreCAD or pdftoppm is missing.
+# Usage: source it after assert.bash, with $host and $tests set.
+
+python=/usr/bin/python3
+if ! $python -c 'import ezdxf' 2>/dev/null || ! command -v librecad >/dev/null ||
+   ! command -v pdftoppm >/dev/null; then
+  echo "skipped: python3-ezdxf, librecad and poppler-utils are needed (scripts/setup.sh)"
+  exit 77
+fi
+data=$(cd "$tests/../../shared/testdata/dxf" && pwd)
+check="$tests/shell/dxf_roundtrip_check.py"
+
+# The test drawings, sorted, for the parts to share out.
+test_drawings() {
+  find "$data" -maxdepth 1 -iname '*.dxf' | LC_ALL=C sort
+}
+
+# Dark pixels of a PDF's first page at 30 dots per inch.
+ink() {
+  pdftoppm -r 30 -gray -singlefile "$1" page >/dev/null 2>&1 || { echo 0; return; }
+  $python -c '
+import sys
+data = open("page.pgm", "rb").read()
+magic, size, depth, pixels = data.split(b"\n", 3)
+print(sum(1 for b in pixels if b < 160))'
+}
+
+# round_trip INPUT NAME [checker options]: the whole check of one drawing.
+round_trip() {
+  local input=$1 name=$2
+  shift 2
+  "$host" --no-module --drawing "$input" -e '(princ)' --save "$name.dxf" >/dev/null 2>"$name.err"
+  expect_eq "$name: read and saved" "0 " "$? $(cat "$name.err")"
+  "$host" --no-module --drawing "$name.dxf" -e '(princ)' --save "$name.again.dxf" >/dev/null 2>&1
+  expect_eq "$name: a second round trip gives the same bytes" "same" \
+    "$(cmp -s "$name.dxf" "$name.again.dxf" && echo same || cmp "$name.dxf" "$name.again.dxf" 2>&1)"
+  expect_eq "$name: ezdxf reads, audits and finds every entity" "" \
+    "$($python "$check" "$input" "$name.dxf" "$@" 2>&1 | head -c 600)"
+  QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$scratch" librecad dxf2pdf -a "$name.dxf" >/dev/null 2>&1
+  local dark before
+  dark=$(ink "$name.pdf")
+  [ "${dark:-0}" -gt 20 ] && return
+  # No ink: a fault unless LibreCAD draws nothing of the input either (drawn from a copy,
+  # since LibreCAD writes each PDF beside its drawing).
+  cp "$input" "$name.input.dxf"
+  QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$scratch" librecad dxf2pdf -a "$name.input.dxf" >/dev/null 2>&1
+  before=$(ink "$name.input.pdf")
+  if [ "${before:-0}" -gt 20 ]; then
+    expect_eq "$name: LibreCAD draws it" "ink" "no ink ($dark dark pixels, the input $before)"
+  else
+    echo "note: LibreCAD draws nothing of $name's input either ($before dark pixels)"
+  fi
+}
+
+# round_trip_part N OF: the Nth of OF equal shares of the test drawings.
+round_trip_part() {
+  local part=$1 parts=$2 i=0 name
+  local files
+  mapfile -t files < <(test_drawings)
+  expect_eq "the test drawings are there" "29" "${#files[@]}"
+  for f in "${files[@]}"; do
+    if [ $((i % parts)) -eq $((part - 1)) ]; then
+      name=$(basename "$f")
+      round_trip "$f" "${name%.*}"
+    fi
+    i=$((i + 1))
+  done
+}
+
+# The tour's drawing (its three tag leaders, made with the module) round-trips too: its
+# leaders carry proxy graphics that ezdxf draws as lines and a tag, and kept as proxies
+# by a host without the module they keep them.
+round_trip_tour() {
+  printf '(defun tour:step (s) (princ))\n(defun tour:show (what value) (princ))\n' >stubs.lsp
+  TMPDIR=$scratch "$host" --prefix "$tests/../examples" stubs.lsp "$tests/../examples/tour_drawing.lsp" \
+    >tour.out 2>tour.err
+  local drawing=$scratch/kelvo-tour-drawing/tour-drawing.dxf
+  expect_eq "the tour drawing is saved" "yes" "$([ -s "$drawing" ] && echo yes || cat tour.err)"
+  expect_eq "the tour drawing says its proxy graphics are there" "1" \
+    "$(tr -d '\r' <"$drawing" | grep -A2 -x '\$PROXYGRAPHICS' | tail -n 1 | tr -d ' ')"
+  expect_eq "ezdxf draws the tour's leaders" "" \
+    "$($python "$check" "$drawing" "$drawing" --leaders 3 2>&1 | head -c 600)"
+  round_trip "$drawing" tour-drawing --leaders 3
+}
