@@ -10,7 +10,8 @@ namespace kelvo::host::dxf {
 class DxfError : public std::runtime_error {
 public:
     explicit DxfError(const std::string& message, int line = 0)
-        : std::runtime_error(line > 0 ? "line " + std::to_string(line) + ": " + message : message),
+        : std::runtime_error(line > 0 ? "line " + std::to_string(line) + ": " + message
+                                      : message),
           line_(line) {}
     int line() const { return line_; }
 

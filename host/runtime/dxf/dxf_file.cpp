@@ -35,16 +35,14 @@ std::string rawHeaderValue(const std::vector<RawGroup>& groups, std::string_view
     return "";
 }
 
-bool isZero(const Group& g, std::wstring_view text) {
-    return g.code == 0 && g.text == text;
-}
+bool isZero(const Group& g, std::wstring_view text) { return g.code == 0 && g.text == text; }
 
 // Gathers the groups of a section body (after "2 NAME") into records, up to ENDSEC.
 // Returns the index after ENDSEC (or the end, when the file lacks it).
 size_t readRecords(const std::vector<Group>& groups, size_t i, Section& section) {
     while (i < groups.size() && groups[i].code != 0) section.preamble.push_back(groups[i++]);
     while (i < groups.size() && !isZero(groups[i], L"ENDSEC")) {
-        if (isZero(groups[i], L"SECTION")) return i;  // a missing ENDSEC
+        if (isZero(groups[i], L"SECTION")) return i;   // a missing ENDSEC
         Record r;
         do r.groups.push_back(groups[i++]);
         while (i < groups.size() && groups[i].code != 0);
@@ -54,9 +52,10 @@ size_t readRecords(const std::vector<Group>& groups, size_t i, Section& section)
 }
 
 // The header body: "9 $NAME" then its groups, up to ENDSEC.
-size_t readHeader(const std::vector<Group>& groups, size_t i, std::vector<HeaderVariable>& header) {
+size_t readHeader(const std::vector<Group>& groups, size_t i,
+                  std::vector<HeaderVariable>& header) {
     while (i < groups.size() && groups[i].code != 0) {
-        if (groups[i].code != 9) {  // a stray group before the first variable
+        if (groups[i].code != 9) {   // a stray group before the first variable
             ++i;
             continue;
         }
@@ -95,7 +94,7 @@ DxfFile DxfFile::parse(std::string_view data) {
 
     size_t i = 0;
     while (i < groups.size()) {
-        if (groups[i].code == 999) {  // a comment between sections
+        if (groups[i].code == 999) {   // a comment between sections
             ++i;
             continue;
         }

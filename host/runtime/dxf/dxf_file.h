@@ -40,7 +40,7 @@ public:
     // Throws DxfError naming the reason when the file cannot be read.
     static DxfFile load(const std::filesystem::path& file);
 
-    const std::string& acadVersion() const { return acadVersion_; }  // "" when absent
+    const std::string& acadVersion() const { return acadVersion_; }   // "" when absent
     const std::string& codePage() const { return codePage_; }
     const std::vector<HeaderVariable>& header() const { return header_; }
     const HeaderVariable* headerVariable(std::wstring_view name) const;

@@ -11,9 +11,7 @@ namespace {
 
 constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
 
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r';
-}
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
 std::string_view trimmed(std::string_view s) {
     while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
@@ -57,8 +55,8 @@ bool Tokenizer::next(RawGroup& group) {
     group.code = code;
     group.line = line_;
     std::string_view value;
-    if (!nextLine(value))
-        throw DxfError("group code " + std::to_string(code) + " has no value", group.line);
+    if (!nextLine(value)) throw DxfError("group code " + std::to_string(code) + " has no value",
+                                         group.line);
     group.value.assign(value);
     if (code == 0 && trimmed(value) == "EOF") {
         sawEof_ = true;

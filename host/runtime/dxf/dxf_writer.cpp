@@ -10,7 +10,7 @@ namespace kelvo::host::dxf {
 
 std::string formatReal(double value) {
     if (!std::isfinite(value)) return "0.0";
-    if (value == 0.0) return "0.0";  // also -0
+    if (value == 0.0) return "0.0";   // also -0
     char buf[40];
     auto [end, ec] = std::to_chars(buf, buf + sizeof buf, value);
     std::string text(buf, end);
@@ -86,8 +86,7 @@ void Writer::group(const Group& g) {
             if (ok) return integer(g.code, v);
             break;
         }
-        default:
-            break;
+        default: break;
     }
     string(g.code, g.text);
 }

@@ -19,7 +19,7 @@ public:
     void string(int code, std::wstring_view text);
     void real(int code, double value);
     void integer(int code, std::int64_t value);
-    void handle(int code, std::uint64_t handle);  // upper-case hexadecimal
+    void handle(int code, std::uint64_t handle);   // upper-case hexadecimal
     // A 3D point as groups code, code+10, code+20 (2D: without the third).
     void point(int code, double x, double y, double z);
     void point2d(int code, double x, double y);
