@@ -1,8 +1,11 @@
-# Shared by the dxf_roundtrip_N.sh tests: a test drawing read by kelvo-host and saved as
-# DXF opens in ezdxf (its audit finds nothing the input did not have, every entity is kept
-# by type and handle), renders in LibreCAD to a PDF with ink, and a second round trip gives
-# the same bytes. Skipped (status 77) when ezdxf, LibreCAD or pdftoppm is missing.
-# Usage: source it after assert.bash, with $host and $tests set.
+# A drawing read by kelvo-host and saved as DXF opens in ezdxf (its audit finds nothing the
+# input did not have, every entity is kept by type and handle), renders in LibreCAD to a PDF
+# with ink, and a second round trip gives the same bytes. Skipped (status 77) when ezdxf,
+# LibreCAD or pdftoppm is missing. One test per test drawing (tests/CMakeLists.txt), and
+# one for the tour drawing, whose tag leaders must show through their proxy graphics.
+# Usage: dxf_roundtrip.bash HOST TESTS (DRAWING | --tour)
+host=$1 tests=$2 what=$3
+source "$tests/shell/assert.bash"
 
 python=/usr/bin/python3
 if ! $python -c 'import ezdxf' 2>/dev/null || ! command -v librecad >/dev/null ||
@@ -10,13 +13,7 @@ if ! $python -c 'import ezdxf' 2>/dev/null || ! command -v librecad >/dev/null |
   echo "skipped: python3-ezdxf, librecad and poppler-utils are needed (scripts/setup.sh)"
   exit 77
 fi
-data=$(cd "$tests/../../shared/testdata/dxf" && pwd)
 check="$tests/shell/dxf_roundtrip_check.py"
-
-# The test drawings, sorted, for the parts to share out.
-test_drawings() {
-  find "$data" -maxdepth 1 -iname '*.dxf' | LC_ALL=C sort
-}
 
 # Dark pixels of a PDF's first page at 30 dots per inch.
 ink() {
@@ -55,21 +52,6 @@ round_trip() {
   fi
 }
 
-# round_trip_part N OF: the Nth of OF equal shares of the test drawings.
-round_trip_part() {
-  local part=$1 parts=$2 i=0 name
-  local files
-  mapfile -t files < <(test_drawings)
-  expect_eq "the test drawings are there" "29" "${#files[@]}"
-  for f in "${files[@]}"; do
-    if [ $((i % parts)) -eq $((part - 1)) ]; then
-      name=$(basename "$f")
-      round_trip "$f" "${name%.*}"
-    fi
-    i=$((i + 1))
-  done
-}
-
 # The tour's drawing (its three tag leaders, made with the module) round-trips too: its
 # leaders carry proxy graphics that ezdxf draws as lines and a tag, and kept as proxies
 # by a host without the module they keep them.
@@ -85,3 +67,11 @@ round_trip_tour() {
     "$($python "$check" "$drawing" "$drawing" --leaders 3 2>&1 | head -c 600)"
   round_trip "$drawing" tour-drawing --leaders 3
 }
+
+if [ "$what" = --tour ]; then
+  round_trip_tour
+else
+  name=$(basename "$what")
+  round_trip "$what" "${name%.*}"
+fi
+finish
