@@ -4,7 +4,8 @@
 set -euo pipefail
 packages=(cmake g++ make pkg-config libgtest-dev libgmock-dev libbenchmark-dev
           libsqlite3-dev libedit-dev libcairo2-dev mdbtools
-          clang libclang-rt-14-dev)   # clang and libFuzzer: make fuzz
+          clang libclang-rt-14-dev    # clang and libFuzzer: make fuzz
+          python3-ezdxf librecad poppler-utils)   # the DXF round-trip check
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

@@ -41,8 +41,12 @@ public:
 private:
     friend class kelvo::drawing::ObjectAccess;
     friend class AcDbDictionaryIterator;
-    std::map<std::wstring, AcDbObjectId> entries_;   // names as given; upper-case keys
+    std::map<std::wstring, AcDbObjectId> entries_;  // names as given; upper-case keys
     std::map<std::wstring, std::wstring> names_;
+    // As files give them: entries owned hard (360, else 350), the hard-owner flag (280)
+    // and the duplicate-name rule for merging (281).
+    bool hardEntries_ = false;
+    Adesk::Int16 hardOwnerFlag_ = 0, mergeStyle_ = 1;
 };
 
 class KELVO_HOST_API AcDbDictionaryIterator {

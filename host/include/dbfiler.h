@@ -18,6 +18,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "acdb.h"
 #include "adesk.h"
@@ -105,6 +106,14 @@ public:
     virtual Acad::ErrorStatus addReferences(AcDbObjectIdArray& ids);
 };
 
+// One group of a file as it was read: its code, the text of its value, and for reference
+// groups the object the handle names (null when the file has no such object).
+struct AcDbDxfGroupText {
+    int code = 0;
+    std::wstring text;
+    AcDbObjectId id;
+};
+
 // DXF group-code filer.
 class KELVO_HOST_API AcDbDxfFiler : public AcRxObject {
 public:
@@ -154,8 +163,7 @@ public:
     virtual Acad::ErrorStatus writeUInt8(AcDb::DxfCode code, Adesk::UInt8 val) = 0;
     virtual Acad::ErrorStatus writeBoolean(AcDb::DxfCode code, Adesk::Boolean val) = 0;
     virtual Acad::ErrorStatus writeBool(AcDb::DxfCode code, bool val) = 0;
-    virtual Acad::ErrorStatus writeDouble(AcDb::DxfCode code, double val,
-                                          int prec = kDfltPrec) = 0;
+    virtual Acad::ErrorStatus writeDouble(AcDb::DxfCode code, double val, int prec = kDfltPrec) = 0;
     virtual Acad::ErrorStatus writePoint2d(AcDb::DxfCode code, const AcGePoint2d& val,
                                            int prec = kDfltPrec) = 0;
     virtual Acad::ErrorStatus writePoint3d(AcDb::DxfCode code, const AcGePoint3d& val,
@@ -166,11 +174,18 @@ public:
                                             int prec = kDfltPrec) = 0;
     virtual Acad::ErrorStatus writeScale3d(AcDb::DxfCode code, const AcGeScale3d& val,
                                            int prec = kDfltPrec) = 0;
-    virtual Acad::ErrorStatus writeAngle(AcDb::DxfCode code, double angle,
-                                         int prec = kDfltPrec);
+    virtual Acad::ErrorStatus writeAngle(AcDb::DxfCode code, double angle, int prec = kDfltPrec);
     virtual Acad::ErrorStatus writeXDataStart();
     // Whether values equal to their defaults are written too (entget: no, files: yes).
     virtual bool includesDefaultValues() const = 0;
+
+    // Objects kept as they were read (proxies) go through these, so that what they hold
+    // is written back group for group. Reading a file: every group of the object being
+    // read, after its group 0, as the file has it (false from filers without file text).
+    virtual bool objectGroupTexts(std::vector<AcDbDxfGroupText>& groups) const;
+    // Writing a file: a group by the text of its value (eNotImplemented from filers that
+    // do not write file text; the caller then writes its items).
+    virtual Acad::ErrorStatus writeGroupText(int code, const std::wstring& text);
 
     // Helpers every reader uses: read the next item expecting `code`; eBadDxfSequence
     // (item pushed back) when another code comes.

@@ -12,9 +12,15 @@ public:
     ~AcDbMText() override;
 
     enum AttachmentPoint {
-        kTopLeft = 1, kTopCenter = 2, kTopRight = 3,
-        kMiddleLeft = 4, kMiddleCenter = 5, kMiddleRight = 6,
-        kBottomLeft = 7, kBottomCenter = 8, kBottomRight = 9,
+        kTopLeft = 1,
+        kTopCenter = 2,
+        kTopRight = 3,
+        kMiddleLeft = 4,
+        kMiddleCenter = 5,
+        kMiddleRight = 6,
+        kBottomLeft = 7,
+        kBottomCenter = 8,
+        kBottomRight = 9,
     };
     enum FlowDirection { kLtoR = 1, kRtoL = 2, kTtoB = 3, kBtoT = 4, kByStyle = 5 };
 
@@ -39,6 +45,9 @@ public:
     Acad::ErrorStatus setTextStyle(AcDbObjectId style);
     double lineSpacingFactor() const;
     Acad::ErrorStatus setLineSpacingFactor(double f);
+    // 1: at least the factor (taller lines take more room), 2: exactly.
+    Adesk::Int16 lineSpacingStyle() const;
+    Acad::ErrorStatus setLineSpacingStyle(Adesk::Int16 style);
     // The raw contents with their format codes; contents() is a new string the caller
     // frees with acutDelString.
     ACHAR* contents() const;
@@ -84,6 +93,7 @@ private:
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     AcGeVector3d direction_ = AcGeVector3d::kXAxis;
     double width_ = 0, height_ = 0, lineSpacing_ = 1.0;
+    Adesk::Int16 lineSpacingStyle_ = 1;
     AttachmentPoint attachment_ = kTopLeft;
     FlowDirection flow_ = kLtoR;
     AcDbObjectId style_;

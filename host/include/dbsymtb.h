@@ -78,42 +78,41 @@ private:
 };
 
 // Typed tables: the same operations with the table's record type.
-#define KELVO_DECLARE_SYMBOL_TABLE(TABLE, RECORD, ITERATOR)                                 \
-    class RECORD;                                                                           \
-    class KELVO_HOST_API ITERATOR : public AcDbSymbolTableIterator {                       \
-    public:                                                                                 \
-        using AcDbSymbolTableIterator::getRecord;                                           \
-        Acad::ErrorStatus getRecord(RECORD*& pRecord, AcDb::OpenMode openMode,             \
-                                    bool openErasedRec = false) const;                      \
-                                                                                            \
-    protected:                                                                              \
-        friend class TABLE;                                                                 \
-        ITERATOR(const AcDbSymbolTable* table, bool atBeginning, bool skipDeleted)          \
-            : AcDbSymbolTableIterator(table, atBeginning, skipDeleted) {}                   \
-    };                                                                                      \
-    class KELVO_HOST_API TABLE : public AcDbSymbolTable {                                  \
-    public:                                                                                 \
-        ACRX_DECLARE_MEMBERS(TABLE);                                                        \
-        TABLE();                                                                            \
-        ~TABLE() override;                                                                  \
-        using AcDbSymbolTable::add;                                                         \
-        using AcDbSymbolTable::getAt;                                                       \
-        using AcDbSymbolTable::newIterator;                                                 \
-        Acad::ErrorStatus getAt(const ACHAR* entryName, RECORD*& pRec,                      \
-                                AcDb::OpenMode openMode, bool openErasedRec = false) const; \
-        Acad::ErrorStatus add(RECORD* pRecord);                                             \
-        Acad::ErrorStatus add(AcDbObjectId& recordId, RECORD* pRecord);                     \
-        Acad::ErrorStatus newIterator(ITERATOR*& pIterator, bool atBeginning = true,       \
-                                      bool skipDeleted = true) const;                       \
-                                                                                            \
-    protected:                                                                              \
-        AcRxClass* recordClass() const override;                                            \
+#define KELVO_DECLARE_SYMBOL_TABLE(TABLE, RECORD, ITERATOR)                                     \
+    class RECORD;                                                                               \
+    class KELVO_HOST_API ITERATOR : public AcDbSymbolTableIterator {                            \
+    public:                                                                                     \
+        using AcDbSymbolTableIterator::getRecord;                                               \
+        Acad::ErrorStatus getRecord(RECORD*& pRecord, AcDb::OpenMode openMode,                  \
+                                    bool openErasedRec = false) const;                          \
+                                                                                                \
+    protected:                                                                                  \
+        friend class TABLE;                                                                     \
+        ITERATOR(const AcDbSymbolTable* table, bool atBeginning, bool skipDeleted)              \
+            : AcDbSymbolTableIterator(table, atBeginning, skipDeleted) {}                       \
+    };                                                                                          \
+    class KELVO_HOST_API TABLE : public AcDbSymbolTable {                                       \
+    public:                                                                                     \
+        ACRX_DECLARE_MEMBERS(TABLE);                                                            \
+        TABLE();                                                                                \
+        ~TABLE() override;                                                                      \
+        using AcDbSymbolTable::add;                                                             \
+        using AcDbSymbolTable::getAt;                                                           \
+        using AcDbSymbolTable::newIterator;                                                     \
+        Acad::ErrorStatus getAt(const ACHAR* entryName, RECORD*& pRec, AcDb::OpenMode openMode, \
+                                bool openErasedRec = false) const;                              \
+        Acad::ErrorStatus add(RECORD* pRecord);                                                 \
+        Acad::ErrorStatus add(AcDbObjectId& recordId, RECORD* pRecord);                         \
+        Acad::ErrorStatus newIterator(ITERATOR*& pIterator, bool atBeginning = true,            \
+                                      bool skipDeleted = true) const;                           \
+                                                                                                \
+    protected:                                                                                  \
+        AcRxClass* recordClass() const override;                                                \
     };
 
 KELVO_DECLARE_SYMBOL_TABLE(AcDbBlockTable, AcDbBlockTableRecord, AcDbBlockTableIterator)
 KELVO_DECLARE_SYMBOL_TABLE(AcDbLayerTable, AcDbLayerTableRecord, AcDbLayerTableIterator)
-KELVO_DECLARE_SYMBOL_TABLE(AcDbTextStyleTable, AcDbTextStyleTableRecord,
-                           AcDbTextStyleTableIterator)
+KELVO_DECLARE_SYMBOL_TABLE(AcDbTextStyleTable, AcDbTextStyleTableRecord, AcDbTextStyleTableIterator)
 KELVO_DECLARE_SYMBOL_TABLE(AcDbLinetypeTable, AcDbLinetypeTableRecord, AcDbLinetypeTableIterator)
 KELVO_DECLARE_SYMBOL_TABLE(AcDbRegAppTable, AcDbRegAppTableRecord, AcDbRegAppTableIterator)
 
@@ -165,8 +164,8 @@ public:
     Acad::ErrorStatus appendAcDbEntity(AcDbEntity* pEntity);
     Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& pOutputId, AcDbEntity* pEntity);
     // A new iterator over the entities, in order; the caller deletes it.
-    Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& pIterator,
-                                  bool atBeginning = true, bool skipDeleted = true) const;
+    Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& pIterator, bool atBeginning = true,
+                                  bool skipDeleted = true) const;
     // The entity ids in order (erased ones too).
     const AcDbObjectIdArray& entityIds() const;
 
@@ -324,6 +323,15 @@ private:
     std::wstring comments_;
     double patternLength_ = 0;
     std::vector<double> dashes_;
+    // A dash's embedded shape or text (complex linetypes), as files give it: flags (74:
+    // 2 text, 4 shape), shape number, style, scale, rotation, offsets and text.
+    struct DashElement {
+        Adesk::Int16 flags = 0, shape = 0;
+        AcDbObjectId style;
+        double scale = 1, rotation = 0, xOffset = 0, yOffset = 0;
+        std::wstring text;
+    };
+    std::vector<DashElement> elements_;  // one per dash
     bool scaledToFit_ = false;
 };
 

@@ -43,7 +43,7 @@ TEST(DxfTokenizer, LfAndCrLfGiveTheSameGroupsAndCodeLinesMayBePadded) {
     }
     EXPECT_EQ(a[2].code, 10);
     EXPECT_EQ(a[3].code, 1000);
-    EXPECT_EQ(a[3].value, "  text with spaces ");   // string values keep their blanks
+    EXPECT_EQ(a[3].value, "  text with spaces ");  // string values keep their blanks
     EXPECT_EQ(a[3].line, 7);
 }
 
@@ -99,13 +99,13 @@ TEST(DxfTokenizer, GroupCodesOutsideTheDxfRangeAreRefused) {
 TEST(DxfTextCodec, CodePagesUtf8AndEscapes) {
     TextCodec latin = TextCodec::codePage("ANSI_1252");
     EXPECT_EQ(latin.decode("108\xB0"), L"108\u00B0");
-    EXPECT_EQ(latin.decode("\x80"), L"\u20AC");   // the euro sign of Windows Latin
+    EXPECT_EQ(latin.decode("\x80"), L"\u20AC");  // the euro sign of Windows Latin
     EXPECT_EQ(latin.decode("a\\U+03B1b"), L"a\u03B1b");
     EXPECT_EQ(latin.decode("\\U+D83D\\U+DE00"), L"\U0001F600");
-    EXPECT_EQ(latin.decode("\\U+00Zz"), L"\\U+00Zz");   // not an escape: kept
+    EXPECT_EQ(latin.decode("\\U+00Zz"), L"\\U+00Zz");  // not an escape: kept
     TextCodec utf8 = TextCodec::utf8();
     EXPECT_EQ(utf8.decode("Tsch\xC3\xBCss \\U+00FC"), L"Tsch\u00FCss \u00FC");
-    EXPECT_EQ(utf8.decode("bad \xB0"), L"bad \u00B0");   // not UTF-8: byte for byte
+    EXPECT_EQ(utf8.decode("bad \xB0"), L"bad \u00B0");  // not UTF-8: byte for byte
     TextCodec japanese = TextCodec::codePage("dos932");
     EXPECT_EQ(japanese.decode("\x93\xfa"), L"\u65E5");
     EXPECT_EQ(latin.decode("\\M+193FA"), L"\u65E5");
@@ -119,13 +119,22 @@ TEST(DxfTextCodec, CaretsDecodeControlCharactersOnly) {
     EXPECT_EQ(resolveEscapes(L"a^ b"), L"a^b");
     EXPECT_EQ(resolveEscapes(L"a^ab^?cd^"), L"a^ab^?cd^");
     EXPECT_EQ(resolveEscapes(L"^^"), L"\x1E");
-    EXPECT_EQ(resolveEscapes(L"^@x^_"), std::wstring(L"\0x\x1F", 3));
+    EXPECT_EQ(resolveEscapes(L"^@x^_"), L"\u2400x\x1F");  // a 0 would end the text
 }
 
 TEST(DxfTextCodec, EncodeThenDecodeGivesTheTextBack) {
     const std::wstring samples[] = {
-        L"plain", L"a\nb\tc", L"^J literal", L"^", L"x^ y", L"^^^", L"caf\u00E9 \u00B0",
-        L"\u03B1\u03B2 \u65E5", L"\U0001F600", L"back\\slash \\U+ not", L"^a^?",
+        L"plain",
+        L"a\nb\tc",
+        L"^J literal",
+        L"^",
+        L"x^ y",
+        L"^^^",
+        L"caf\u00E9 \u00B0",
+        L"\u03B1\u03B2 \u65E5",
+        L"\U0001F600",
+        L"back\\slash \\U+ not",
+        L"^a^?",
     };
     for (auto* codec : {new TextCodec(TextCodec::utf8()), new TextCodec(TextCodec::codePage(""))}) {
         std::unique_ptr<TextCodec> owned(codec);

@@ -14,15 +14,29 @@ ACRX_NO_CONS_DEFINE_MEMBERS(AcDbCircle, AcDbCurve)
 
 AcDbCircle::AcDbCircle() = default;
 AcDbCircle::AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius)
-    : center_(center), radius_(radius), normal_(normal.isZeroLength() ? AcGeVector3d::kZAxis : normal.normal()) {}
+    : center_(center),
+      radius_(radius),
+      normal_(normal.isZeroLength() ? AcGeVector3d::kZAxis : normal.normal()) {}
 AcDbCircle::~AcDbCircle() = default;
 
-AcGePoint3d AcDbCircle::center() const { return center_; }
-double AcDbCircle::radius() const { return radius_; }
-double AcDbCircle::thickness() const { return thickness_; }
-AcGeVector3d AcDbCircle::normal() const { return normal_; }
-double AcDbCircle::circumference() const { return 2 * pi * radius_; }
-double AcDbCircle::diameter() const { return 2 * radius_; }
+AcGePoint3d AcDbCircle::center() const {
+    return center_;
+}
+double AcDbCircle::radius() const {
+    return radius_;
+}
+double AcDbCircle::thickness() const {
+    return thickness_;
+}
+AcGeVector3d AcDbCircle::normal() const {
+    return normal_;
+}
+double AcDbCircle::circumference() const {
+    return 2 * pi * radius_;
+}
+double AcDbCircle::diameter() const {
+    return 2 * radius_;
+}
 
 Acad::ErrorStatus AcDbCircle::setCenter(const AcGePoint3d& c) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
@@ -46,14 +60,30 @@ Acad::ErrorStatus AcDbCircle::setNormal(const AcGeVector3d& n) {
     normal_ = n.normal();
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbCircle::setCircumference(double c) { return setRadius(c / (2 * pi)); }
-Acad::ErrorStatus AcDbCircle::setDiameter(double d) { return setRadius(d / 2); }
+Acad::ErrorStatus AcDbCircle::setCircumference(double c) {
+    return setRadius(c / (2 * pi));
+}
+Acad::ErrorStatus AcDbCircle::setDiameter(double d) {
+    return setRadius(d / 2);
+}
 
-Adesk::Boolean AcDbCircle::isClosed() const { return true; }
-Adesk::Boolean AcDbCircle::isPeriodic() const { return true; }
-Adesk::Boolean AcDbCircle::isPlanar() const { return true; }
-Acad::ErrorStatus AcDbCircle::getStartParam(double& p) const { p = 0; return Acad::eOk; }
-Acad::ErrorStatus AcDbCircle::getEndParam(double& p) const { p = 2 * pi; return Acad::eOk; }
+Adesk::Boolean AcDbCircle::isClosed() const {
+    return true;
+}
+Adesk::Boolean AcDbCircle::isPeriodic() const {
+    return true;
+}
+Adesk::Boolean AcDbCircle::isPlanar() const {
+    return true;
+}
+Acad::ErrorStatus AcDbCircle::getStartParam(double& p) const {
+    p = 0;
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbCircle::getEndParam(double& p) const {
+    p = 2 * pi;
+    return Acad::eOk;
+}
 
 // The parameter is the angle from the plane's X axis.
 Acad::ErrorStatus AcDbCircle::getPointAtParam(double param, AcGePoint3d& point) const {
@@ -61,8 +91,12 @@ Acad::ErrorStatus AcDbCircle::getPointAtParam(double param, AcGePoint3d& point) 
     point = center_ + x * (radius_ * std::cos(param)) + y * (radius_ * std::sin(param));
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbCircle::getStartPoint(AcGePoint3d& p) const { return getPointAtParam(0, p); }
-Acad::ErrorStatus AcDbCircle::getEndPoint(AcGePoint3d& p) const { return getPointAtParam(0, p); }
+Acad::ErrorStatus AcDbCircle::getStartPoint(AcGePoint3d& p) const {
+    return getPointAtParam(0, p);
+}
+Acad::ErrorStatus AcDbCircle::getEndPoint(AcGePoint3d& p) const {
+    return getPointAtParam(0, p);
+}
 Acad::ErrorStatus AcDbCircle::getParamAtPoint(const AcGePoint3d& point, double& param) const {
     AcGePoint3d local = wcsToOcs(point, normal_) - wcsToOcs(center_, normal_).asVector();
     if (std::fabs(std::hypot(local.x, local.y) - radius_) > 1e-8 * std::max(1.0, radius_))
@@ -97,8 +131,9 @@ Acad::ErrorStatus AcDbCircle::getClosestPointTo(const AcGePoint3d& given, AcGePo
     // An arc answers a point on itself: off its sweep, the nearer of its ends.
     if (auto* arc = AcDbArc::cast(this); arc && !extend) {
         AcGeVector3d x = ocsXAxis(normal_), y = normal_.crossProduct(x);
-        double along = normalizeAngle(std::atan2((on - center_).dotProduct(y), (on - center_).dotProduct(x)) -
-                                      arc->startAngle());
+        double along =
+            normalizeAngle(std::atan2((on - center_).dotProduct(y), (on - center_).dotProduct(x)) -
+                           arc->startAngle());
         if (along > arc->totalAngle()) {
             AcGePoint3d start, end;
             arc->getStartPoint(start);
@@ -108,7 +143,10 @@ Acad::ErrorStatus AcDbCircle::getClosestPointTo(const AcGePoint3d& given, AcGePo
     }
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbCircle::getArea(double& area) const { area = pi * radius_ * radius_; return Acad::eOk; }
+Acad::ErrorStatus AcDbCircle::getArea(double& area) const {
+    area = pi * radius_ * radius_;
+    return Acad::eOk;
+}
 
 Adesk::Boolean AcDbCircle::subWorldDraw(AcGiWorldDraw* wd) {
     wd->geometry().circle(center_, radius_, normal_);
@@ -117,7 +155,8 @@ Adesk::Boolean AcDbCircle::subWorldDraw(AcGiWorldDraw* wd) {
 
 void AcDbCircle::subList() const {
     AcDbEntity::subList();
-    acutPrintf(L"            center point, X=%10.4f  Y=%10.4f  Z=%10.4f\n", center_.x, center_.y, center_.z);
+    acutPrintf(L"            center point, X=%10.4f  Y=%10.4f  Z=%10.4f\n", center_.x, center_.y,
+               center_.z);
     acutPrintf(L"            radius %10.4f\n", radius_);
 }
 
@@ -140,7 +179,8 @@ Acad::ErrorStatus AcDbCircle::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsM
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbCircle::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbCircle::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                               AcDbIntArray&) const {
     grips.append(center_);
     for (int i = 0; i < 4; ++i) {
         AcGePoint3d p;
@@ -151,7 +191,8 @@ Acad::ErrorStatus AcDbCircle::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntA
 }
 
 // The centre grip moves the circle; a quadrant grip changes the radius.
-Acad::ErrorStatus AcDbCircle::subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) {
+Acad::ErrorStatus AcDbCircle::subMoveGripPointsAt(const AcDbIntArray& indices,
+                                                  const AcGeVector3d& offset) {
     for (int i : indices) {
         if (i == 0) {
             center_ += offset;
@@ -183,7 +224,8 @@ Acad::ErrorStatus AcDbCircle::subGetGeomExtents(AcDbExtents& extents) const {
     for (int i = 0; i < 3; ++i) {
         AcGeVector3d axis;
         axis[i] = 1;
-        double reach = radius_ * std::sqrt(std::max(0.0, 1 - std::pow(normal_.dotProduct(axis), 2)));
+        double reach =
+            radius_ * std::sqrt(std::max(0.0, 1 - std::pow(normal_.dotProduct(axis), 2)));
         AcGePoint3d lo = center_, hi = center_;
         lo[i] -= reach;
         hi[i] += reach;
@@ -217,7 +259,7 @@ Acad::ErrorStatus AcDbCircle::dxfOutFields(AcDbDxfFiler* filer) const {
     Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer);
     if (es != Acad::eOk) return es;
     filer->writeString(AcDb::kDxfSubclass, L"AcDbCircle");
-    if (thickness_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfThickness, thickness_);
+    if (thickness_ != 0) filer->writeDouble(AcDb::kDxfThickness, thickness_);
     filer->writePoint3d(AcDb::kDxfXCoord, wcsToOcs(center_, normal_));
     filer->writeDouble(AcDb::kDxfReal, radius_);
     filer->writeVector3d(AcDb::kDxfNormalX, normal_);
@@ -231,11 +273,20 @@ Acad::ErrorStatus AcDbCircle::dxfInFields(AcDbDxfFiler* filer) {
     AcGePoint3d ocsCenter = wcsToOcs(center_, normal_);
     es = readClassItems(filer, [&](const DxfItem& item) {
         switch (item.code()) {
-            case 10: ocsCenter = item.point(); break;
-            case 40: radius_ = item.real(); break;
-            case 39: thickness_ = item.real(); break;
-            case 210: normal_ = item.point().asVector().normal(); break;
-            default: break;
+            case 10:
+                ocsCenter = item.point();
+                break;
+            case 40:
+                radius_ = item.real();
+                break;
+            case 39:
+                thickness_ = item.real();
+                break;
+            case 210:
+                normal_ = item.point().asVector().normal();
+                break;
+            default:
+                break;
         }
     });
     if (normal_.isZeroLength()) normal_ = AcGeVector3d::kZAxis;
@@ -251,15 +302,21 @@ ACRX_NO_CONS_DEFINE_MEMBERS(AcDbArc, AcDbCircle)
 AcDbArc::AcDbArc() = default;
 AcDbArc::AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle)
     : AcDbCircle(center, AcGeVector3d::kZAxis, radius),
-      startAngle_(normalizeAngle(startAngle)), endAngle_(normalizeAngle(endAngle)) {}
+      startAngle_(normalizeAngle(startAngle)),
+      endAngle_(normalizeAngle(endAngle)) {}
 AcDbArc::AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius,
                  double startAngle, double endAngle)
     : AcDbCircle(center, normal, radius),
-      startAngle_(normalizeAngle(startAngle)), endAngle_(normalizeAngle(endAngle)) {}
+      startAngle_(normalizeAngle(startAngle)),
+      endAngle_(normalizeAngle(endAngle)) {}
 AcDbArc::~AcDbArc() = default;
 
-double AcDbArc::startAngle() const { return startAngle_; }
-double AcDbArc::endAngle() const { return endAngle_; }
+double AcDbArc::startAngle() const {
+    return startAngle_;
+}
+double AcDbArc::endAngle() const {
+    return endAngle_;
+}
 Acad::ErrorStatus AcDbArc::setStartAngle(double a) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     startAngle_ = normalizeAngle(a);
@@ -275,12 +332,26 @@ double AcDbArc::totalAngle() const {
     return sweep == 0 ? 2 * pi : sweep;
 }
 
-Adesk::Boolean AcDbArc::isClosed() const { return false; }
-Adesk::Boolean AcDbArc::isPeriodic() const { return false; }
-Acad::ErrorStatus AcDbArc::getStartParam(double& p) const { p = startAngle_; return Acad::eOk; }
-Acad::ErrorStatus AcDbArc::getEndParam(double& p) const { p = startAngle_ + totalAngle(); return Acad::eOk; }
-Acad::ErrorStatus AcDbArc::getStartPoint(AcGePoint3d& p) const { return getPointAtParam(startAngle_, p); }
-Acad::ErrorStatus AcDbArc::getEndPoint(AcGePoint3d& p) const { return getPointAtParam(endAngle_, p); }
+Adesk::Boolean AcDbArc::isClosed() const {
+    return false;
+}
+Adesk::Boolean AcDbArc::isPeriodic() const {
+    return false;
+}
+Acad::ErrorStatus AcDbArc::getStartParam(double& p) const {
+    p = startAngle_;
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbArc::getEndParam(double& p) const {
+    p = startAngle_ + totalAngle();
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbArc::getStartPoint(AcGePoint3d& p) const {
+    return getPointAtParam(startAngle_, p);
+}
+Acad::ErrorStatus AcDbArc::getEndPoint(AcGePoint3d& p) const {
+    return getPointAtParam(endAngle_, p);
+}
 Acad::ErrorStatus AcDbArc::getParamAtPoint(const AcGePoint3d& point, double& param) const {
     double angle = 0;
     Acad::ErrorStatus es = AcDbCircle::getParamAtPoint(point, angle);
@@ -345,7 +416,8 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMark
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbArc::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbArc::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                            AcDbIntArray&) const {
     AcGePoint3d s, e, m;
     getStartPoint(s);
     getEndPoint(e);
@@ -368,7 +440,7 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& xform) {
     double a0 = 0, a1 = 0;
     AcDbCircle::getParamAtPoint(s, a0);
     AcDbCircle::getParamAtPoint(e, a1);
-    if (xform.det() < 0) std::swap(a0, a1);   // a mirror reverses the direction
+    if (xform.det() < 0) std::swap(a0, a1);  // a mirror reverses the direction
     startAngle_ = a0;
     endAngle_ = a1;
     return Acad::eOk;
@@ -378,7 +450,9 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& xform) {
 Acad::ErrorStatus AcDbArc::subGetGeomExtents(AcDbExtents& extents) const {
     extents = AcDbExtents();
     AcGeVector3d x = ocsXAxis(normal_), y = normal_.crossProduct(x);
-    auto pointAt = [&](double a) { return center_ + (x * std::cos(a) + y * std::sin(a)) * radius_; };
+    auto pointAt = [&](double a) {
+        return center_ + (x * std::cos(a) + y * std::sin(a)) * radius_;
+    };
     extents.addPoint(pointAt(startAngle_));
     extents.addPoint(pointAt(startAngle_ + totalAngle()));
     for (int i = 0; i < 3; ++i) {

@@ -7,6 +7,7 @@
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbproxy.h"
+#include "dbsolid.h"
 #include "dbsymtb.h"
 #include "runtime/drawing/drawing_access.h"
 #include "runtime/drawing/drawing_internal.h"
@@ -40,10 +41,13 @@ const std::vector<Builtin>& builtins() {
         {L"AcDbLinetypeTable", L"AcDbSymbolTable", L"", nullptr},
         {L"AcDbRegAppTable", L"AcDbSymbolTable", L"", nullptr},
         {L"AcDbSymbolTableRecord", L"AcDbObject", L"", nullptr},
-        {L"AcDbBlockTableRecord", L"AcDbSymbolTableRecord", L"BLOCK_RECORD", make<AcDbBlockTableRecord>},
+        {L"AcDbBlockTableRecord", L"AcDbSymbolTableRecord", L"BLOCK_RECORD",
+         make<AcDbBlockTableRecord>},
         {L"AcDbLayerTableRecord", L"AcDbSymbolTableRecord", L"LAYER", make<AcDbLayerTableRecord>},
-        {L"AcDbTextStyleTableRecord", L"AcDbSymbolTableRecord", L"STYLE", make<AcDbTextStyleTableRecord>},
-        {L"AcDbLinetypeTableRecord", L"AcDbSymbolTableRecord", L"LTYPE", make<AcDbLinetypeTableRecord>},
+        {L"AcDbTextStyleTableRecord", L"AcDbSymbolTableRecord", L"STYLE",
+         make<AcDbTextStyleTableRecord>},
+        {L"AcDbLinetypeTableRecord", L"AcDbSymbolTableRecord", L"LTYPE",
+         make<AcDbLinetypeTableRecord>},
         {L"AcDbRegAppTableRecord", L"AcDbSymbolTableRecord", L"APPID", make<AcDbRegAppTableRecord>},
         {L"AcDbDictionary", L"AcDbObject", L"DICTIONARY", make<AcDbDictionary>},
         {L"AcDbXrecord", L"AcDbObject", L"XRECORD", make<AcDbXrecord>},
@@ -65,6 +69,7 @@ const std::vector<Builtin>& builtins() {
         {L"AcDbMText", L"AcDbEntity", L"MTEXT", make<AcDbMText>},
         {L"AcDbLeader", L"AcDbCurve", L"LEADER", make<AcDbLeader>},
         {L"AcDbFace", L"AcDbEntity", L"3DFACE", make<AcDbFace>},
+        {L"AcDbSolid", L"AcDbEntity", L"SOLID", make<AcDbSolid>},
         {L"AcDbProxyEntity", L"AcDbEntity", L"ACAD_PROXY_ENTITY", make<AcDbProxyEntity>},
         {L"AcDbProxyObject", L"AcDbObject", L"ACAD_PROXY_OBJECT", make<AcDbProxyObject>},
     };
@@ -82,7 +87,8 @@ bool isBuiltinClass(const AcRxClass* cls) {
     if (!cls) return false;
     for (const Builtin& b : builtins())
         if (std::wstring_view(cls->name()) == b.name) return true;
-    return std::wstring_view(cls->name()) == L"AcRxObject" || std::wstring_view(cls->name()) == L"AcRxClass";
+    return std::wstring_view(cls->name()) == L"AcRxObject" ||
+           std::wstring_view(cls->name()) == L"AcRxClass";
 }
 
 }  // namespace kelvo::drawing

@@ -117,7 +117,9 @@ Acad::ErrorStatus AcDbDictionary::setName(const ACHAR* oldName, const ACHAR* new
     return Acad::eOk;
 }
 
-AcDbDictionaryIterator* AcDbDictionary::newIterator() const { return new AcDbDictionaryIterator(this); }
+AcDbDictionaryIterator* AcDbDictionary::newIterator() const {
+    return new AcDbDictionaryIterator(this);
+}
 
 Acad::ErrorStatus AcDbDictionary::subErase(Adesk::Boolean erasing) {
     for (const auto& [key, id] : entries_)
@@ -161,10 +163,13 @@ Acad::ErrorStatus AcDbDictionary::dxfOutFields(AcDbDxfFiler* filer) const {
     Acad::ErrorStatus es = AcDbObject::dxfOutFields(filer);
     if (es != Acad::eOk) return es;
     filer->writeString(AcDb::kDxfSubclass, L"AcDbDictionary");
+    if (hardOwnerFlag_) filer->writeInt16(static_cast<AcDb::DxfCode>(280), hardOwnerFlag_);
+    filer->writeInt16(static_cast<AcDb::DxfCode>(281), mergeStyle_);
     for (const auto& [key, id] : entries_) {
         if (id.isErased()) continue;
-        filer->writeString(AcDb::kDxfXTextString, names_.at(key).c_str());
-        filer->writeObjectId(AcDb::kDxfSoftOwnershipId, id);
+        filer->writeString(AcDb::kDxfAttributePrompt, names_.at(key).c_str());  // 3
+        filer->writeObjectId(hardEntries_ ? AcDb::kDxfHardOwnershipId : AcDb::kDxfSoftOwnershipId,
+                             id);
     }
     return filer->filerStatus();
 }
@@ -177,10 +182,16 @@ Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* filer) {
     return readClassItems(filer, [&](const DxfItem& item) {
         if (item.code() == AcDb::kDxfXTextString || item.code() == 3) {
             name = item.text();
+        } else if (item.code() == 280) {
+            hardOwnerFlag_ = static_cast<Adesk::Int16>(item.integer());
+        } else if (item.code() == 281) {
+            mergeStyle_ = static_cast<Adesk::Int16>(item.integer());
         } else if ((item.code() == AcDb::kDxfSoftOwnershipId ||
-                    item.code() == AcDb::kDxfHardOwnershipId) && !name.empty()) {
+                    item.code() == AcDb::kDxfHardOwnershipId) &&
+                   !name.empty()) {
             entries_[upperName(name)] = item.id();
             names_[upperName(name)] = name;
+            hardEntries_ = hardEntries_ || item.code() == AcDb::kDxfHardOwnershipId;
             name.clear();
         }
     });
@@ -202,7 +213,9 @@ Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& pObject, AcDb::
     if (done()) return Acad::eIteratorDone;
     return acdbOpenObject(pObject, entries_[index_].second, mode);
 }
-bool AcDbDictionaryIterator::done() const { return index_ >= entries_.size(); }
+bool AcDbDictionaryIterator::done() const {
+    return index_ >= entries_.size();
+}
 bool AcDbDictionaryIterator::next() {
     if (!done()) ++index_;
     return !done();
@@ -213,7 +226,9 @@ bool AcDbDictionaryIterator::next() {
 ACRX_DXF_DEFINE_MEMBERS(AcDbXrecord, AcDbObject, AcDb::kDHL_CURRENT, 0, 0, XRECORD, ObjectDBX)
 
 AcDbXrecord::AcDbXrecord() = default;
-AcDbXrecord::~AcDbXrecord() { acutRelRb(data_); }
+AcDbXrecord::~AcDbXrecord() {
+    acutRelRb(data_);
+}
 
 Acad::ErrorStatus AcDbXrecord::rbChain(resbuf** ppRb, AcDbDatabase*) const {
     assertReadEnabled();
@@ -259,7 +274,8 @@ Acad::ErrorStatus AcDbXrecord::dxfInFields(AcDbDxfFiler* filer) {
     if (!filer->atSubclassData(L"AcDbXrecord")) return Acad::eOk;
     resbuf* head = nullptr;
     resbuf* tail = nullptr;
-    es = readClassItems(filer, [&](const DxfItem& item) { appendNode(head, tail, copyNode(&item.rb())); });
+    es = readClassItems(filer,
+                        [&](const DxfItem& item) { appendNode(head, tail, copyNode(&item.rb())); });
     acutRelRb(data_);
     data_ = head;
     return es;

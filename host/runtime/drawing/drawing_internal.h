@@ -19,7 +19,7 @@
 struct AcDbStub {
     AcDbDatabase* database = nullptr;
     AcDbHandle handle;
-    AcDbObject* object = nullptr;   // owned
+    AcDbObject* object = nullptr;  // owned
 };
 
 namespace kelvo::drawing {
@@ -46,9 +46,9 @@ struct ListState {
     std::wstring blockName;
     AcGePoint3d blockOrigin;
     AcDbObjectId blockLayer;
-    std::vector<AcDbEntity*> blockEntities;   // owned until the block is made
-    AcDbEntity* complexOwner = nullptr;       // owned until SEQEND
-    std::map<std::wstring, int> tableCursors;   // upper-case table name -> next index
+    std::vector<AcDbEntity*> blockEntities;    // owned until the block is made
+    AcDbEntity* complexOwner = nullptr;        // owned until SEQEND
+    std::map<std::wstring, int> tableCursors;  // upper-case table name -> next index
 };
 
 // A header variable's value.
@@ -56,16 +56,19 @@ using HeaderValue = std::variant<double, int, std::wstring, AcGePoint3d, AcDbObj
 
 struct DatabaseData {
     std::uint64_t handseed = 1;
-    std::map<std::uint64_t, std::unique_ptr<AcDbStub>> stubs;   // by handle
+    std::map<std::uint64_t, std::unique_ptr<AcDbStub>> stubs;  // by handle
     AcDbObjectId blockTable, layerTable, textStyleTable, linetypeTable, regAppTable;
     AcDbObjectId namedObjects;
     AcDbObjectId modelSpace, paperSpace, layerZero, byLayer, byBlock, continuous, standardStyle;
-    std::map<std::wstring, HeaderValue> header;   // upper-case names without "$"
+    std::map<std::wstring, HeaderValue> header;  // upper-case names without "$"
     std::wstring fileName;
     ListState lists;
     // Counts openings for write and added objects: while it stands still, no object of
     // the database has changed (the undo history skips its comparison then).
     std::uint64_t writeCount = 0;
+    // Tables read from a file that the host has no classes for (VPORT, VIEW, UCS,
+    // DIMSTYLE): by name, the table object and then its records, all kept as proxies.
+    std::map<std::wstring, std::vector<AcDbObjectId>> keptTables;
 };
 
 class DatabaseAccess {

@@ -15,11 +15,21 @@ Acad::ErrorStatus AcDbDwgFiler::dwgVersion(AcDb::AcDbDwgVersion& ver,
     return Acad::eOk;
 }
 
-AcDbDatabase* AcDbDwgFiler::database() const { return nullptr; }
-Acad::ErrorStatus AcDbDwgFiler::seek(Adesk::Int64, int) { return Acad::eNotApplicable; }
-Adesk::Int64 AcDbDwgFiler::tell() const { return 0; }
-bool AcDbDwgFiler::usesReferences() const { return false; }
-Acad::ErrorStatus AcDbDwgFiler::addReferences(AcDbObjectIdArray&) { return Acad::eOk; }
+AcDbDatabase* AcDbDwgFiler::database() const {
+    return nullptr;
+}
+Acad::ErrorStatus AcDbDwgFiler::seek(Adesk::Int64, int) {
+    return Acad::eNotApplicable;
+}
+Adesk::Int64 AcDbDwgFiler::tell() const {
+    return 0;
+}
+bool AcDbDwgFiler::usesReferences() const {
+    return false;
+}
+Acad::ErrorStatus AcDbDwgFiler::addReferences(AcDbObjectIdArray&) {
+    return Acad::eOk;
+}
 
 AcDbDxfFiler::~AcDbDxfFiler() = default;
 
@@ -30,16 +40,34 @@ Acad::ErrorStatus AcDbDxfFiler::dwgVersion(AcDb::AcDbDwgVersion& ver,
     return Acad::eOk;
 }
 
-int AcDbDxfFiler::precision() const { return precision_; }
-void AcDbDxfFiler::setPrecision(int prec) { precision_ = prec; }
-Acad::ErrorStatus AcDbDxfFiler::readResBuf(resbuf* pItem) { return readItem(pItem); }
+int AcDbDxfFiler::precision() const {
+    return precision_;
+}
+void AcDbDxfFiler::setPrecision(int prec) {
+    precision_ = prec;
+}
+Acad::ErrorStatus AcDbDxfFiler::readResBuf(resbuf* pItem) {
+    return readItem(pItem);
+}
 void AcDbDxfFiler::haltAtClassBoundaries(bool) {}
-bool AcDbDxfFiler::isModifyingExistingObject() const { return false; }
-Acad::ErrorStatus AcDbDxfFiler::writeResBuf(const resbuf& pItem) { return writeItem(pItem); }
+bool AcDbDxfFiler::isModifyingExistingObject() const {
+    return false;
+}
+Acad::ErrorStatus AcDbDxfFiler::writeResBuf(const resbuf& pItem) {
+    return writeItem(pItem);
+}
 Acad::ErrorStatus AcDbDxfFiler::writeAngle(AcDb::DxfCode code, double angle, int prec) {
     return writeDouble(code, angle, prec);
 }
-Acad::ErrorStatus AcDbDxfFiler::writeXDataStart() { return Acad::eOk; }
+Acad::ErrorStatus AcDbDxfFiler::writeXDataStart() {
+    return Acad::eOk;
+}
+bool AcDbDxfFiler::objectGroupTexts(std::vector<AcDbDxfGroupText>&) const {
+    return false;
+}
+Acad::ErrorStatus AcDbDxfFiler::writeGroupText(int, const std::wstring&) {
+    return Acad::eNotImplemented;
+}
 
 Acad::ErrorStatus AcDbDxfFiler::readPoint3dItem(int code, AcGePoint3d& value) {
     kelvo::drawing::DxfItem item;

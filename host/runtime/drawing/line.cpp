@@ -14,10 +14,18 @@ AcDbLine::AcDbLine() = default;
 AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) : start_(start), end_(end) {}
 AcDbLine::~AcDbLine() = default;
 
-AcGePoint3d AcDbLine::startPoint() const { return start_; }
-AcGePoint3d AcDbLine::endPoint() const { return end_; }
-double AcDbLine::thickness() const { return thickness_; }
-AcGeVector3d AcDbLine::normal() const { return normal_; }
+AcGePoint3d AcDbLine::startPoint() const {
+    return start_;
+}
+AcGePoint3d AcDbLine::endPoint() const {
+    return end_;
+}
+double AcDbLine::thickness() const {
+    return thickness_;
+}
+AcGeVector3d AcDbLine::normal() const {
+    return normal_;
+}
 
 Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& p) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
@@ -41,12 +49,28 @@ Acad::ErrorStatus AcDbLine::setNormal(const AcGeVector3d& n) {
     return Acad::eOk;
 }
 
-Adesk::Boolean AcDbLine::isClosed() const { return false; }
-Adesk::Boolean AcDbLine::isPlanar() const { return true; }
-Acad::ErrorStatus AcDbLine::getStartParam(double& p) const { p = 0; return Acad::eOk; }
-Acad::ErrorStatus AcDbLine::getEndParam(double& p) const { p = start_.distanceTo(end_); return Acad::eOk; }
-Acad::ErrorStatus AcDbLine::getStartPoint(AcGePoint3d& p) const { p = start_; return Acad::eOk; }
-Acad::ErrorStatus AcDbLine::getEndPoint(AcGePoint3d& p) const { p = end_; return Acad::eOk; }
+Adesk::Boolean AcDbLine::isClosed() const {
+    return false;
+}
+Adesk::Boolean AcDbLine::isPlanar() const {
+    return true;
+}
+Acad::ErrorStatus AcDbLine::getStartParam(double& p) const {
+    p = 0;
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbLine::getEndParam(double& p) const {
+    p = start_.distanceTo(end_);
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbLine::getStartPoint(AcGePoint3d& p) const {
+    p = start_;
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbLine::getEndPoint(AcGePoint3d& p) const {
+    p = end_;
+    return Acad::eOk;
+}
 
 // The parameter is the distance from the start point.
 Acad::ErrorStatus AcDbLine::getPointAtParam(double param, AcGePoint3d& point) const {
@@ -90,7 +114,10 @@ Acad::ErrorStatus AcDbLine::getClosestPointTo(const AcGePoint3d& given, AcGePoin
     on = closestOnSegment(start_, end_, given, extend);
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbLine::getArea(double& area) const { area = 0; return Acad::eOk; }
+Acad::ErrorStatus AcDbLine::getArea(double& area) const {
+    area = 0;
+    return Acad::eOk;
+}
 Acad::ErrorStatus AcDbLine::reverseCurve() {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     std::swap(start_, end_);
@@ -105,7 +132,8 @@ Adesk::Boolean AcDbLine::subWorldDraw(AcGiWorldDraw* wd) {
 
 void AcDbLine::subList() const {
     AcDbEntity::subList();
-    acutPrintf(L"              from point, X=%10.4f  Y=%10.4f  Z=%10.4f\n", start_.x, start_.y, start_.z);
+    acutPrintf(L"              from point, X=%10.4f  Y=%10.4f  Z=%10.4f\n", start_.x, start_.y,
+               start_.z);
     acutPrintf(L"                to point, X=%10.4f  Y=%10.4f  Z=%10.4f\n", end_.x, end_.y, end_.z);
     acutPrintf(L"                Length = %10.4f\n", start_.distanceTo(end_));
 }
@@ -115,16 +143,27 @@ Acad::ErrorStatus AcDbLine::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMar
                                               const AcGeMatrix3d&, AcGePoint3dArray& snaps,
                                               AcDbIntArray&) const {
     switch (mode) {
-        case AcDb::kOsModeEnd: snaps.append(start_); snaps.append(end_); break;
-        case AcDb::kOsModeMid: snaps.append(start_ + (end_ - start_) * 0.5); break;
-        case AcDb::kOsModeNear: snaps.append(closestOnSegment(start_, end_, pick)); break;
-        case AcDb::kOsModePerp: snaps.append(closestOnSegment(start_, end_, last, true)); break;
-        default: break;
+        case AcDb::kOsModeEnd:
+            snaps.append(start_);
+            snaps.append(end_);
+            break;
+        case AcDb::kOsModeMid:
+            snaps.append(start_ + (end_ - start_) * 0.5);
+            break;
+        case AcDb::kOsModeNear:
+            snaps.append(closestOnSegment(start_, end_, pick));
+            break;
+        case AcDb::kOsModePerp:
+            snaps.append(closestOnSegment(start_, end_, last, true));
+            break;
+        default:
+            break;
     }
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbLine::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbLine::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                             AcDbIntArray&) const {
     grips.append(start_);
     grips.append(start_ + (end_ - start_) * 0.5);
     grips.append(end_);
@@ -132,7 +171,8 @@ Acad::ErrorStatus AcDbLine::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArr
 }
 
 // Grip 0 and 2 move an end; the middle grip moves the whole line.
-Acad::ErrorStatus AcDbLine::subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) {
+Acad::ErrorStatus AcDbLine::subMoveGripPointsAt(const AcDbIntArray& indices,
+                                                const AcGeVector3d& offset) {
     bool moveStart = false, moveEnd = false;
     for (int i : indices) {
         if (i == 0) moveStart = true;
@@ -198,8 +238,7 @@ Acad::ErrorStatus AcDbLine::dxfOutFields(AcDbDxfFiler* filer) const {
     Acad::ErrorStatus es = AcDbCurve::dxfOutFields(filer);
     if (es != Acad::eOk) return es;
     filer->writeString(AcDb::kDxfSubclass, L"AcDbLine");
-    if (thickness_ != 0 || filer->includesDefaultValues())
-        filer->writeDouble(AcDb::kDxfThickness, thickness_);
+    if (thickness_ != 0) filer->writeDouble(AcDb::kDxfThickness, thickness_);
     filer->writePoint3d(AcDb::kDxfXCoord, start_);
     filer->writePoint3d(static_cast<AcDb::DxfCode>(11), end_);
     filer->writeVector3d(AcDb::kDxfNormalX, normal_);
@@ -212,11 +251,20 @@ Acad::ErrorStatus AcDbLine::dxfInFields(AcDbDxfFiler* filer) {
     if (!filer->atSubclassData(L"AcDbLine")) return Acad::eOk;
     return readClassItems(filer, [&](const DxfItem& item) {
         switch (item.code()) {
-            case 10: start_ = item.point(); break;
-            case 11: end_ = item.point(); break;
-            case 39: thickness_ = item.real(); break;
-            case 210: normal_ = item.point().asVector().normal(); break;
-            default: break;
+            case 10:
+                start_ = item.point();
+                break;
+            case 11:
+                end_ = item.point();
+                break;
+            case 39:
+                thickness_ = item.real();
+                break;
+            case 210:
+                normal_ = item.point().asVector().normal();
+                break;
+            default:
+                break;
         }
     });
 }

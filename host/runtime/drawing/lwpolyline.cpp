@@ -45,10 +45,14 @@ struct Segment {
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbPolyline, AcDbCurve)
 
 AcDbPolyline::AcDbPolyline() = default;
-AcDbPolyline::AcDbPolyline(unsigned int numVerts) { vertices_.reserve(numVerts); }
+AcDbPolyline::AcDbPolyline(unsigned int numVerts) {
+    vertices_.reserve(numVerts);
+}
 AcDbPolyline::~AcDbPolyline() = default;
 
-unsigned int AcDbPolyline::numVerts() const { return static_cast<unsigned>(vertices_.size()); }
+unsigned int AcDbPolyline::numVerts() const {
+    return static_cast<unsigned>(vertices_.size());
+}
 
 Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned int index, const AcGePoint2d& pt, double bulge,
                                             double startWidth, double endWidth) {
@@ -142,29 +146,49 @@ bool AcDbPolyline::hasWidth() const {
         if (v.startWidth != 0 || v.endWidth != 0) return true;
     return false;
 }
-void AcDbPolyline::setClosed(Adesk::Boolean closed) { closed_ = closed; }
-Adesk::Boolean AcDbPolyline::closed() const { return closed_; }
-void AcDbPolyline::setPlinegen(Adesk::Boolean plinegen) { plinegen_ = plinegen; }
-Adesk::Boolean AcDbPolyline::hasPlinegen() const { return plinegen_; }
-double AcDbPolyline::elevation() const { return elevation_; }
-void AcDbPolyline::setElevation(double elevation) { elevation_ = elevation; }
-double AcDbPolyline::thickness() const { return thickness_; }
+void AcDbPolyline::setClosed(Adesk::Boolean closed) {
+    closed_ = closed;
+}
+Adesk::Boolean AcDbPolyline::closed() const {
+    return closed_;
+}
+void AcDbPolyline::setPlinegen(Adesk::Boolean plinegen) {
+    plinegen_ = plinegen;
+}
+Adesk::Boolean AcDbPolyline::hasPlinegen() const {
+    return plinegen_;
+}
+double AcDbPolyline::elevation() const {
+    return elevation_;
+}
+void AcDbPolyline::setElevation(double elevation) {
+    elevation_ = elevation;
+}
+double AcDbPolyline::thickness() const {
+    return thickness_;
+}
 Acad::ErrorStatus AcDbPolyline::setThickness(double t) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     thickness_ = t;
     return Acad::eOk;
 }
-AcGeVector3d AcDbPolyline::normal() const { return normal_; }
+AcGeVector3d AcDbPolyline::normal() const {
+    return normal_;
+}
 Acad::ErrorStatus AcDbPolyline::setNormal(const AcGeVector3d& n) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (n.isZeroLength()) return Acad::eInvalidInput;
     normal_ = n.normal();
     return Acad::eOk;
 }
-bool AcDbPolyline::isOnlyLines() const { return !hasBulges(); }
+bool AcDbPolyline::isOnlyLines() const {
+    return !hasBulges();
+}
 void AcDbPolyline::reset(Adesk::Boolean reuse, unsigned int numVerts) {
-    if (!reuse) vertices_.clear();
-    else if (numVerts < vertices_.size()) vertices_.resize(numVerts);
+    if (!reuse)
+        vertices_.clear();
+    else if (numVerts < vertices_.size())
+        vertices_.resize(numVerts);
 }
 
 // --- curve queries -----------------------------------------------------------------------
@@ -188,15 +212,24 @@ std::vector<Segment> segmentsOf(const AcDbPolyline& pl) {
 
 }  // namespace
 
-Adesk::Boolean AcDbPolyline::isClosed() const { return closed_; }
-Adesk::Boolean AcDbPolyline::isPlanar() const { return true; }
-Acad::ErrorStatus AcDbPolyline::getStartParam(double& p) const { p = 0; return Acad::eOk; }
+Adesk::Boolean AcDbPolyline::isClosed() const {
+    return closed_;
+}
+Adesk::Boolean AcDbPolyline::isPlanar() const {
+    return true;
+}
+Acad::ErrorStatus AcDbPolyline::getStartParam(double& p) const {
+    p = 0;
+    return Acad::eOk;
+}
 Acad::ErrorStatus AcDbPolyline::getEndParam(double& p) const {
     if (vertices_.empty()) return Acad::eDegenerateGeometry;
     p = static_cast<double>(segmentsOf(*this).size());
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbPolyline::getStartPoint(AcGePoint3d& p) const { return getPointAtParam(0, p); }
+Acad::ErrorStatus AcDbPolyline::getStartPoint(AcGePoint3d& p) const {
+    return getPointAtParam(0, p);
+}
 Acad::ErrorStatus AcDbPolyline::getEndPoint(AcGePoint3d& p) const {
     double end = 0;
     Acad::ErrorStatus es = getEndParam(end);
@@ -209,7 +242,8 @@ Acad::ErrorStatus AcDbPolyline::getPointAtParam(double param, AcGePoint3d& point
     if (param < -1e-10 || param > segs.size() + 1e-10) return Acad::eInvalidInput;
     AcGePoint2d p = vertices_[0].point;
     if (!segs.empty()) {
-        std::size_t i = std::min(static_cast<std::size_t>(std::max(0.0, std::floor(param))), segs.size() - 1);
+        std::size_t i =
+            std::min(static_cast<std::size_t>(std::max(0.0, std::floor(param))), segs.size() - 1);
         p = segs[i].at(std::clamp(param - static_cast<double>(i), 0.0, 1.0));
     }
     point = ocsToWcs(AcGePoint3d(p.x, p.y, elevation_), normal_);
@@ -226,7 +260,9 @@ Acad::ErrorStatus AcDbPolyline::getParamAtPoint(const AcGePoint3d& point, double
             AcGePoint3d on = closestOnSegment(AcGePoint3d(a.x, a.y, 0), AcGePoint3d(b.x, b.y, 0),
                                               AcGePoint3d(local.x, local.y, 0));
             if (on.distanceTo(AcGePoint3d(local.x, local.y, 0)) < 1e-6) {
-                double f = a.distanceTo(b) > 0 ? on.distanceTo(AcGePoint3d(a.x, a.y, 0)) / a.distanceTo(b) : 0;
+                double f = a.distanceTo(b) > 0
+                               ? on.distanceTo(AcGePoint3d(a.x, a.y, 0)) / a.distanceTo(b)
+                               : 0;
                 param = static_cast<double>(i) + (k + f) / steps;
                 return Acad::eOk;
             }
@@ -282,7 +318,8 @@ Acad::ErrorStatus AcDbPolyline::getClosestPointTo(const AcGePoint3d& given, AcGe
     };
     for (const Segment& s : segmentsOf(*this)) {
         if (!s.isArc()) {
-            consider(closestOnSegment(AcGePoint3d(s.a.x, s.a.y, 0), AcGePoint3d(s.b.x, s.b.y, 0), target));
+            consider(closestOnSegment(AcGePoint3d(s.a.x, s.a.y, 0), AcGePoint3d(s.b.x, s.b.y, 0),
+                                      target));
             continue;
         }
         // On the arc where the direction from its centre falls within the sweep, else an end.
@@ -294,7 +331,8 @@ Acad::ErrorStatus AcDbPolyline::getClosestPointTo(const AcGePoint3d& given, AcGe
         double start = std::atan2(s.a.y - c.y, s.a.x - c.x);
         double direction = std::atan2(toTarget.y, toTarget.x);
         double sweep = s.angle();
-        double along = sweep > 0 ? normalizeAngle(direction - start) : normalizeAngle(start - direction);
+        double along =
+            sweep > 0 ? normalizeAngle(direction - start) : normalizeAngle(start - direction);
         if (along <= std::fabs(sweep)) {
             AcGePoint2d p = s.at(along / std::fabs(sweep));
             consider(AcGePoint3d(p.x, p.y, 0));
@@ -400,7 +438,9 @@ Acad::ErrorStatus AcDbPolyline::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::G
                                                   const AcGeMatrix3d&, AcGePoint3dArray& snaps,
                                                   AcDbIntArray&) const {
     auto segs = segmentsOf(*this);
-    auto world = [&](const AcGePoint2d& p) { return ocsToWcs(AcGePoint3d(p.x, p.y, elevation_), normal_); };
+    auto world = [&](const AcGePoint2d& p) {
+        return ocsToWcs(AcGePoint3d(p.x, p.y, elevation_), normal_);
+    };
     if (mode == AcDb::kOsModeEnd)
         for (const Vertex& v : vertices_) snaps.append(world(v.point));
     if (mode == AcDb::kOsModeMid)
@@ -415,7 +455,8 @@ Acad::ErrorStatus AcDbPolyline::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::G
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbPolyline::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbPolyline::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                                 AcDbIntArray&) const {
     for (unsigned i = 0; i < numVerts(); ++i) {
         AcGePoint3d p;
         getPointAt(i, p);
@@ -424,7 +465,8 @@ Acad::ErrorStatus AcDbPolyline::subGetGripPoints(AcGePoint3dArray& grips, AcDbIn
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbPolyline::subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) {
+Acad::ErrorStatus AcDbPolyline::subMoveGripPointsAt(const AcDbIntArray& indices,
+                                                    const AcGeVector3d& offset) {
     AcGeVector3d local = offset;
     local.transformBy(AcGeMatrix3d::worldToPlane(normal_));
     std::vector<bool> moved(vertices_.size(), false);
@@ -446,7 +488,8 @@ Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& xform) {
     bool mirrored = xform.det() < 0;
     for (std::size_t i = 0; i < vertices_.size(); ++i) {
         Vertex& v = vertices_[i];
-        AcGePoint3d p = toPlane * (xform * (toWorld * AcGePoint3d(v.point.x, v.point.y, elevation_)));
+        AcGePoint3d p =
+            toPlane * (xform * (toWorld * AcGePoint3d(v.point.x, v.point.y, elevation_)));
         v.point = AcGePoint2d(p.x, p.y);
         if (i == 0) elevation_ = p.z;
         v.startWidth *= scale;
@@ -461,7 +504,9 @@ Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& xform) {
 Acad::ErrorStatus AcDbPolyline::subGetGeomExtents(AcDbExtents& extents) const {
     if (vertices_.empty()) return Acad::eInvalidExtents;
     extents = AcDbExtents();
-    auto world = [&](const AcGePoint2d& p) { return ocsToWcs(AcGePoint3d(p.x, p.y, elevation_), normal_); };
+    auto world = [&](const AcGePoint2d& p) {
+        return ocsToWcs(AcGePoint3d(p.x, p.y, elevation_), normal_);
+    };
     for (const Vertex& v : vertices_) extents.addPoint(world(v.point));
     for (const Segment& s : segmentsOf(*this))
         if (s.isArc())
@@ -518,12 +563,13 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
     if (es != Acad::eOk) return es;
     filer->writeString(AcDb::kDxfSubclass, L"AcDbPolyline");
     filer->writeInt32(AcDb::kDxfInt32, static_cast<Adesk::Int32>(vertices_.size()));
-    filer->writeInt16(AcDb::kDxfInt16, static_cast<Adesk::Int16>((closed_ ? 1 : 0) | (plinegen_ ? 128 : 0)));
+    filer->writeInt16(AcDb::kDxfInt16,
+                      static_cast<Adesk::Int16>((closed_ ? 1 : 0) | (plinegen_ ? 128 : 0)));
     double width = 0;
     bool constant = getConstantWidth(width) == Acad::eOk;
     filer->writeDouble(static_cast<AcDb::DxfCode>(43), constant ? width : 0.0);
-    if (elevation_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfElevation, elevation_);
-    if (thickness_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfThickness, thickness_);
+    if (elevation_ != 0) filer->writeDouble(AcDb::kDxfElevation, elevation_);
+    if (thickness_ != 0) filer->writeDouble(AcDb::kDxfThickness, thickness_);
     // Files give a vertex its widths only when they vary; entity lists always give them.
     const bool vertexWidths = !constant || filer->filerType() != AcDb::kFileFiler;
     for (const Vertex& v : vertices_) {
@@ -545,7 +591,7 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
     std::vector<Vertex> read;
     bool sawVertex = false;
     double width = -1;
-    bool vertexWidths = false;   // widths per vertex win over the constant width
+    bool vertexWidths = false;  // widths per vertex win over the constant width
     es = readClassItems(filer, [&](const DxfItem& item) {
         switch (item.code()) {
             case 10: {
@@ -562,13 +608,27 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
                 if (!read.empty()) read.back().endWidth = item.real();
                 vertexWidths = vertexWidths || item.real() != 0;
                 break;
-            case 42: if (!read.empty()) read.back().bulge = item.real(); break;
-            case 43: width = item.real(); break;
-            case 70: closed_ = item.integer() & 1; plinegen_ = (item.integer() & 128) != 0; break;
-            case 38: elevation_ = item.real(); break;
-            case 39: thickness_ = item.real(); break;
-            case 210: normal_ = item.point().asVector().normal(); break;
-            default: break;
+            case 42:
+                if (!read.empty()) read.back().bulge = item.real();
+                break;
+            case 43:
+                width = item.real();
+                break;
+            case 70:
+                closed_ = item.integer() & 1;
+                plinegen_ = (item.integer() & 128) != 0;
+                break;
+            case 38:
+                elevation_ = item.real();
+                break;
+            case 39:
+                thickness_ = item.real();
+                break;
+            case 210:
+                normal_ = item.point().asVector().normal();
+                break;
+            default:
+                break;
         }
     });
     if (normal_.isZeroLength()) normal_ = AcGeVector3d::kZAxis;

@@ -33,10 +33,25 @@ std::wstring plainText(const std::wstring& s) {
         }
         wchar_t code = s[++i];
         switch (code) {
-            case L'P': case L'n': out += L'\n'; break;
-            case L'~': out += L' '; break;
-            case L'\\': case L'{': case L'}': out += code; break;
-            case L'L': case L'l': case L'O': case L'o': case L'K': case L'k': break;
+            case L'P':
+            case L'n':
+                out += L'\n';
+                break;
+            case L'~':
+                out += L' ';
+                break;
+            case L'\\':
+            case L'{':
+            case L'}':
+                out += code;
+                break;
+            case L'L':
+            case L'l':
+            case L'O':
+            case L'o':
+            case L'K':
+            case L'k':
+                break;
             default: {
                 std::size_t end = s.find(L';', i);
                 if (end == std::wstring::npos) return out;
@@ -74,7 +89,7 @@ std::vector<std::wstring> layoutLines(const std::wstring& text, double width, do
     return lines;
 }
 
-constexpr double kLineSpacing = 5.0 / 3.0;   // baseline to baseline, in text heights
+constexpr double kLineSpacing = 5.0 / 3.0;  // baseline to baseline, in text heights
 
 }  // namespace
 
@@ -83,11 +98,11 @@ ACRX_NO_CONS_DEFINE_MEMBERS(AcDbMText, AcDbEntity)
 AcDbMText::AcDbMText() = default;
 AcDbMText::~AcDbMText() = default;
 
-#define KELVO_MTEXT_SETTER(NAME, MEMBER, TYPE)               \
-    Acad::ErrorStatus AcDbMText::NAME(TYPE v) {              \
+#define KELVO_MTEXT_SETTER(NAME, MEMBER, TYPE)                \
+    Acad::ErrorStatus AcDbMText::NAME(TYPE v) {               \
         if (!isWriteEnabled()) return Acad::eNotOpenForWrite; \
-        MEMBER = v;                                          \
-        return Acad::eOk;                                    \
+        MEMBER = v;                                           \
+        return Acad::eOk;                                     \
     }
 KELVO_MTEXT_SETTER(setLocation, location_, const AcGePoint3d&)
 KELVO_MTEXT_SETTER(setAttachment, attachment_, AttachmentPoint)
@@ -98,8 +113,12 @@ KELVO_MTEXT_SETTER(setUseBackgroundColor, useBackgroundColor_, bool)
 KELVO_MTEXT_SETTER(setBackgroundFillColor, backgroundColor_, const AcCmColor&)
 #undef KELVO_MTEXT_SETTER
 
-AcGePoint3d AcDbMText::location() const { return location_; }
-AcGeVector3d AcDbMText::normal() const { return normal_; }
+AcGePoint3d AcDbMText::location() const {
+    return location_;
+}
+AcGeVector3d AcDbMText::normal() const {
+    return normal_;
+}
 Acad::ErrorStatus AcDbMText::setNormal(const AcGeVector3d& n) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (n.isZeroLength()) return Acad::eInvalidInput;
@@ -107,7 +126,9 @@ Acad::ErrorStatus AcDbMText::setNormal(const AcGeVector3d& n) {
     normal_ = n.normal();
     return setRotation(angle);
 }
-AcGeVector3d AcDbMText::direction() const { return direction_; }
+AcGeVector3d AcDbMText::direction() const {
+    return direction_;
+}
 Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& d) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     AcGeVector3d inPlane = d - normal_ * d.dotProduct(normal_);
@@ -125,28 +146,49 @@ Acad::ErrorStatus AcDbMText::setRotation(double angle) {
     direction_ = x * std::cos(angle) + y * std::sin(angle);
     return Acad::eOk;
 }
-double AcDbMText::width() const { return width_; }
+double AcDbMText::width() const {
+    return width_;
+}
 Acad::ErrorStatus AcDbMText::setWidth(double w) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (w < 0) return Acad::eNegativeValueNotAllowed;
     width_ = w;
     return Acad::eOk;
 }
-double AcDbMText::textHeight() const { return height_; }
+double AcDbMText::textHeight() const {
+    return height_;
+}
 Acad::ErrorStatus AcDbMText::setTextHeight(double h) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (h <= 0) return Acad::eInvalidInput;
     height_ = h;
     return Acad::eOk;
 }
-AcDbMText::AttachmentPoint AcDbMText::attachment() const { return attachment_; }
-AcDbMText::FlowDirection AcDbMText::flowDirection() const { return flow_; }
-AcDbObjectId AcDbMText::textStyle() const { return style_; }
-double AcDbMText::lineSpacingFactor() const { return lineSpacing_; }
+AcDbMText::AttachmentPoint AcDbMText::attachment() const {
+    return attachment_;
+}
+AcDbMText::FlowDirection AcDbMText::flowDirection() const {
+    return flow_;
+}
+AcDbObjectId AcDbMText::textStyle() const {
+    return style_;
+}
+double AcDbMText::lineSpacingFactor() const {
+    return lineSpacing_;
+}
 Acad::ErrorStatus AcDbMText::setLineSpacingFactor(double f) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (f < 0.25 || f > 4.0) return Acad::eOutOfRange;
     lineSpacing_ = f;
+    return Acad::eOk;
+}
+Adesk::Int16 AcDbMText::lineSpacingStyle() const {
+    return lineSpacingStyle_;
+}
+Acad::ErrorStatus AcDbMText::setLineSpacingStyle(Adesk::Int16 style) {
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (style != 1 && style != 2) return Acad::eOutOfRange;
+    lineSpacingStyle_ = style;
     return Acad::eOk;
 }
 ACHAR* AcDbMText::contents() const {
@@ -154,17 +196,22 @@ ACHAR* AcDbMText::contents() const {
     acutNewString(contents_.c_str(), out);
     return out;
 }
-const ACHAR* AcDbMText::contentsConst() const { return contents_.c_str(); }
+const ACHAR* AcDbMText::contentsConst() const {
+    return contents_.c_str();
+}
 Acad::ErrorStatus AcDbMText::setContents(const ACHAR* text) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     contents_ = text ? text : L"";
     return Acad::eOk;
 }
-std::wstring AcDbMText::text() const { return plainText(contents_); }
+std::wstring AcDbMText::text() const {
+    return plainText(contents_);
+}
 
 double AcDbMText::actualHeight() const {
     auto lines = layoutLines(text(), width_, height_);
-    return height_ + (static_cast<double>(lines.size()) - 1) * height_ * kLineSpacing * lineSpacing_;
+    return height_ +
+           (static_cast<double>(lines.size()) - 1) * height_ * kLineSpacing * lineSpacing_;
 }
 
 double AcDbMText::actualWidth() const {
@@ -174,23 +221,31 @@ double AcDbMText::actualWidth() const {
     return widest;
 }
 
-bool AcDbMText::backgroundFillOn() const { return backgroundFill_; }
-bool AcDbMText::useBackgroundColorOn() const { return useBackgroundColor_; }
-double AcDbMText::getBackgroundScaleFactor() const { return backgroundScale_; }
+bool AcDbMText::backgroundFillOn() const {
+    return backgroundFill_;
+}
+bool AcDbMText::useBackgroundColorOn() const {
+    return useBackgroundColor_;
+}
+double AcDbMText::getBackgroundScaleFactor() const {
+    return backgroundScale_;
+}
 Acad::ErrorStatus AcDbMText::setBackgroundScaleFactor(double scale) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (scale < 1.0 || scale > 5.0) return Acad::eOutOfRange;
     backgroundScale_ = scale;
     return Acad::eOk;
 }
-AcCmColor AcDbMText::getBackgroundFillColor() const { return backgroundColor_; }
+AcCmColor AcDbMText::getBackgroundFillColor() const {
+    return backgroundColor_;
+}
 
 Adesk::Boolean AcDbMText::subWorldDraw(AcGiWorldDraw* wd) {
     auto lines = layoutLines(text(), width_, height_);
     double total = actualHeight();
     double boxWidth = width_ > 0 ? width_ : actualWidth();
-    int column = (attachment_ - 1) % 3;   // 0 left, 1 centre, 2 right
-    int row = (attachment_ - 1) / 3;      // 0 top, 1 middle, 2 bottom
+    int column = (attachment_ - 1) % 3;  // 0 left, 1 centre, 2 right
+    int row = (attachment_ - 1) / 3;     // 0 top, 1 middle, 2 bottom
     AcGeVector3d up = normal_.crossProduct(direction_);
     double top = row == 0 ? 0 : row == 1 ? total / 2 : total;
     AcGePoint3d origin = location_ + up * top - direction_ * (boxWidth * column / 2.0);
@@ -206,7 +261,8 @@ Adesk::Boolean AcDbMText::subWorldDraw(AcGiWorldDraw* wd) {
 
 void AcDbMText::subList() const {
     AcDbEntity::subList();
-    acutPrintf(L"         Location:  X=%10.4f  Y=%10.4f  Z=%10.4f\n", location_.x, location_.y, location_.z);
+    acutPrintf(L"         Location:  X=%10.4f  Y=%10.4f  Z=%10.4f\n", location_.x, location_.y,
+               location_.z);
     acutPrintf(L"         Width:     %10.4f\n         Text height: %10.4f\n", width_, height_);
     acutPrintf(L"         Contents:  %s\n", contents_.c_str());
 }
@@ -218,12 +274,16 @@ Acad::ErrorStatus AcDbMText::subExplode(AcDbVoidPtrArray& entitySet) const {
     double boxWidth = width_ > 0 ? width_ : actualWidth();
     int column = (attachment_ - 1) % 3, row = (attachment_ - 1) / 3;
     AcGeVector3d up = normal_.crossProduct(direction_);
-    AcGePoint3d origin = location_ + up * (row == 0 ? 0 : row == 1 ? total / 2 : total) -
+    AcGePoint3d origin = location_ +
+                         up * (row == 0   ? 0
+                               : row == 1 ? total / 2
+                                          : total) -
                          direction_ * (boxWidth * column / 2.0);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         double dx = (boxWidth - textAdvance(lines[i].c_str(), height_, 1.0)) * column / 2.0;
         double dy = height_ + static_cast<double>(i) * height_ * kLineSpacing * lineSpacing_;
-        auto* t = new AcDbText(origin + direction_ * dx - up * dy, lines[i].c_str(), style_, height_);
+        auto* t =
+            new AcDbText(origin + direction_ * dx - up * dy, lines[i].c_str(), style_, height_);
         t->setNormal(normal_);
         t->setRotation(rotation());
         t->setPropertiesFrom(this);
@@ -232,19 +292,22 @@ Acad::ErrorStatus AcDbMText::subExplode(AcDbVoidPtrArray& entitySet) const {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbMText::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbMText::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                              AcDbIntArray&) const {
     grips.append(location_);
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbMText::subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) {
+Acad::ErrorStatus AcDbMText::subMoveGripPointsAt(const AcDbIntArray& indices,
+                                                 const AcGeVector3d& offset) {
     if (indices.contains(0)) location_ += offset;
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbMText::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker, const AcGePoint3d&,
-                                               const AcGePoint3d&, const AcGeMatrix3d&,
-                                               AcGePoint3dArray& snaps, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbMText::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker,
+                                               const AcGePoint3d&, const AcGePoint3d&,
+                                               const AcGeMatrix3d&, AcGePoint3dArray& snaps,
+                                               AcDbIntArray&) const {
     if (mode == AcDb::kOsModeIns) snaps.append(location_);
     return Acad::eOk;
 }
@@ -335,7 +398,8 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeString(AcDb::kDxfTextStyleName, style ? style->name().c_str() : L"Standard");
     filer->writeVector3d(AcDb::kDxfNormalX, normal_);
     filer->writeVector3d(static_cast<AcDb::DxfCode>(11), direction_);
-    filer->writeDouble(AcDb::kDxfPixelScale, lineSpacing_);
+    filer->writeInt16(static_cast<AcDb::DxfCode>(73), lineSpacingStyle_);
+    filer->writeDouble(static_cast<AcDb::DxfCode>(44), lineSpacing_);
     if (backgroundFill_) {
         filer->writeInt32(AcDb::kDxfInt32, useBackgroundColor_ ? 3 : 1);
         filer->writeInt16(static_cast<AcDb::DxfCode>(63), backgroundColor_.colorIndex());
@@ -355,30 +419,75 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
     double angle = 0;
     bool sawAngle = false;
     Acad::ErrorStatus bad = Acad::eOk;
+    bool embedded = false;  // an embedded object's groups repeat codes of the text's own
     es = readClassItems(filer, [&](const DxfItem& item) {
+        if (embedded || item.code() == 101) {
+            embedded = true;
+            return;
+        }
         switch (item.code()) {
-            case 10: location_ = item.point(); break;
-            case 40: height_ = item.real(); break;
-            case 41: width_ = item.real(); break;
-            case 71: attachment_ = static_cast<AttachmentPoint>(std::clamp(item.integer(), 1, 9)); break;
-            case 72: flow_ = static_cast<FlowDirection>(item.integer()); break;
-            case 3: head += item.text(); sawText = true; break;
-            case 1: last = item.text(); sawText = true; break;
+            case 10:
+                location_ = item.point();
+                break;
+            case 40:
+                height_ = item.real();
+                break;
+            case 41:
+                width_ = item.real();
+                break;
+            case 71:
+                attachment_ = static_cast<AttachmentPoint>(std::clamp(item.integer(), 1, 9));
+                break;
+            case 72:
+                flow_ = static_cast<FlowDirection>(item.integer());
+                break;
+            case 3:
+                head += item.text();
+                sawText = true;
+                break;
+            case 1:
+                last = item.text();
+                sawText = true;
+                break;
             case 7: {
-                auto* table = AcDbSymbolTable::cast(peekObject(db ? db->textStyleTableId() : AcDbObjectId()));
+                auto* table =
+                    AcDbSymbolTable::cast(peekObject(db ? db->textStyleTableId() : AcDbObjectId()));
                 AcDbObjectId id;
-                if (!table || table->getAt(item.text().c_str(), id) != Acad::eOk) bad = Acad::eInvalidTextStyle;
-                else style_ = id;
+                if (!table || table->getAt(item.text().c_str(), id) != Acad::eOk)
+                    bad = Acad::eInvalidTextStyle;
+                else
+                    style_ = id;
                 break;
             }
-            case 210: normal_ = item.point().asVector().normal(); break;
-            case 11: direction_ = item.point().asVector().normal(); sawDirection = true; break;
-            case 50: angle = item.real(); sawAngle = true; break;
-            case 44: lineSpacing_ = item.real(); break;
-            case 90: backgroundFill_ = item.integer() & 1; useBackgroundColor_ = (item.integer() & 2) != 0; break;
-            case 63: backgroundColor_.setColorIndex(static_cast<Adesk::Int16>(item.integer())); break;
-            case 45: backgroundScale_ = item.real(); break;
-            default: break;
+            case 210:
+                normal_ = item.point().asVector().normal();
+                break;
+            case 11:
+                direction_ = item.point().asVector().normal();
+                sawDirection = true;
+                break;
+            case 50:
+                angle = item.real();
+                sawAngle = true;
+                break;
+            case 44:
+                lineSpacing_ = item.real();
+                break;
+            case 73:
+                lineSpacingStyle_ = static_cast<Adesk::Int16>(item.integer() == 2 ? 2 : 1);
+                break;
+            case 90:
+                backgroundFill_ = item.integer() & 1;
+                useBackgroundColor_ = (item.integer() & 2) != 0;
+                break;
+            case 63:
+                backgroundColor_.setColorIndex(static_cast<Adesk::Int16>(item.integer()));
+                break;
+            case 45:
+                backgroundScale_ = item.real();
+                break;
+            default:
+                break;
         }
     });
     if (normal_.isZeroLength()) normal_ = AcGeVector3d::kZAxis;

@@ -63,14 +63,26 @@ constexpr std::size_t kMaxXDataBytes = 16383;
 std::size_t xdataItemSize(const resbuf* rb) {
     auto text = [&] { return rb->resval.rstring ? std::wcslen(rb->resval.rstring) : 0; };
     switch (rb->restype) {
-        case 1001: return 1 + 2;
-        case 1002: return 1 + 1;
-        case 1000: case 1003: case 1005: return 1 + 2 + text();
-        case 1004: return 1 + 1 + static_cast<std::size_t>(std::max<short>(rb->resval.rbinary.clen, 0));
-        case 1070: return 1 + 2;
-        case 1071: return 1 + 4;
-        case 1040: case 1041: case 1042: return 1 + 8;
-        default: return 1 + 24;   // the points and vectors, 1010..1013
+        case 1001:
+            return 1 + 2;
+        case 1002:
+            return 1 + 1;
+        case 1000:
+        case 1003:
+        case 1005:
+            return 1 + 2 + text();
+        case 1004:
+            return 1 + 1 + static_cast<std::size_t>(std::max<short>(rb->resval.rbinary.clen, 0));
+        case 1070:
+            return 1 + 2;
+        case 1071:
+            return 1 + 4;
+        case 1040:
+        case 1041:
+        case 1042:
+            return 1 + 8;
+        default:
+            return 1 + 24;  // the points and vectors, 1010..1013
     }
 }
 
@@ -86,10 +98,10 @@ Acad::ErrorStatus checkXDataItems(const resbuf* xdata) {
             continue;
         }
         const ACHAR* s = rb->resval.rstring;
-        if ((rb->restype == 1000 || rb->restype == 1003 || rb->restype == 1005) &&
-            s && std::wcslen(s) > kMaxXDataString)
+        if ((rb->restype == 1000 || rb->restype == 1003 || rb->restype == 1005) && s &&
+            std::wcslen(s) > kMaxXDataString)
             return Acad::eStringTooLong;
-        if (rb->restype == 1005) {   // a handle: one to sixteen hexadecimal digits
+        if (rb->restype == 1005) {  // a handle: one to sixteen hexadecimal digits
             std::wstring handle = s ? s : L"";
             if (handle.empty() || handle.size() > 16 ||
                 handle.find_first_not_of(L"0123456789abcdefABCDEF") != std::wstring::npos)
@@ -97,9 +109,12 @@ Acad::ErrorStatus checkXDataItems(const resbuf* xdata) {
         }
         if (rb->restype == 1002) {
             std::wstring brace = s ? s : L"";
-            if (brace == L"{") ++depth;
-            else if (brace == L"}" && depth > 0) --depth;
-            else return Acad::eInvalidInput;
+            if (brace == L"{")
+                ++depth;
+            else if (brace == L"}" && depth > 0)
+                --depth;
+            else
+                return Acad::eInvalidInput;
         }
     }
     if (depth != 0) return Acad::eInvalidInput;
@@ -128,17 +143,27 @@ std::size_t xdataLimit() {
 }  // namespace kelvo::drawing
 
 AcGiDrawable::~AcGiDrawable() = default;
-AcRxClass* AcGiDrawable::desc() { return acrxFindClass(L"AcGiDrawable"); }
-AcRxClass* AcGiDrawable::isA() const { return desc(); }
+AcRxClass* AcGiDrawable::desc() {
+    return acrxFindClass(L"AcGiDrawable");
+}
+AcRxClass* AcGiDrawable::isA() const {
+    return desc();
+}
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbObject, AcGiDrawable)
 
 AcDbObject::AcDbObject() = default;
 
-AcDbObject::~AcDbObject() { acutRelRb(xdata_); }
+AcDbObject::~AcDbObject() {
+    acutRelRb(xdata_);
+}
 
-AcDbObjectId AcDbObject::objectId() const { return AcDbObjectId(stub_); }
-AcDbObjectId AcDbObject::ownerId() const { return ownerId_; }
+AcDbObjectId AcDbObject::objectId() const {
+    return AcDbObjectId(stub_);
+}
+AcDbObjectId AcDbObject::ownerId() const {
+    return ownerId_;
+}
 
 Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId ownerId) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
@@ -150,7 +175,9 @@ void AcDbObject::getAcDbHandle(AcDbHandle& handle) const {
     handle = stub_ ? stub_->handle : AcDbHandle();
 }
 
-AcDbDatabase* AcDbObject::database() const { return stub_ ? stub_->database : nullptr; }
+AcDbDatabase* AcDbObject::database() const {
+    return stub_ ? stub_->database : nullptr;
+}
 
 Acad::ErrorStatus acdbOpenObject(AcDbObject*& pObj, AcDbObjectId id, AcDb::OpenMode mode,
                                  bool openErased) {
@@ -183,9 +210,12 @@ Acad::ErrorStatus acdbOpenObject(AcDbObject*& pObj, AcDbObjectId id, AcDb::OpenM
     }
     Acad::ErrorStatus es = ObjectAccess::callSubOpen(*object, mode);
     if (es != Acad::eOk) {
-        if (mode == AcDb::kForRead) --readers;
-        else if (mode == AcDb::kForWrite) writer = false;
-        else notifier = false;
+        if (mode == AcDb::kForRead)
+            --readers;
+        else if (mode == AcDb::kForWrite)
+            writer = false;
+        else
+            notifier = false;
         return es;
     }
     pObj = object;
@@ -204,10 +234,14 @@ Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& pEnt, AcDbObjectId id, AcDb::O
 
 Acad::ErrorStatus AcDbObject::close() {
     if (!stub_) return Acad::eNotInDatabase;
-    if (writer_) writer_ = false;
-    else if (readers_ > 0) --readers_;
-    else if (notifier_) notifier_ = false;
-    else return Acad::eNotOpenForRead;
+    if (writer_)
+        writer_ = false;
+    else if (readers_ > 0)
+        --readers_;
+    else if (notifier_)
+        notifier_ = false;
+    else
+        return Acad::eNotOpenForRead;
     subClose();
     return Acad::eOk;
 }
@@ -242,12 +276,24 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
     return Acad::eOk;
 }
 
-bool AcDbObject::isErased() const { return erased_; }
-bool AcDbObject::isReadEnabled() const { return !stub_ || readers_ > 0 || writer_ || notifier_; }
-bool AcDbObject::isWriteEnabled() const { return !stub_ || writer_; }
-bool AcDbObject::isNotifyEnabled() const { return !stub_ || notifier_; }
-bool AcDbObject::isNewObject() const { return !stub_; }
-bool AcDbObject::isModified() const { return modified_; }
+bool AcDbObject::isErased() const {
+    return erased_;
+}
+bool AcDbObject::isReadEnabled() const {
+    return !stub_ || readers_ > 0 || writer_ || notifier_;
+}
+bool AcDbObject::isWriteEnabled() const {
+    return !stub_ || writer_;
+}
+bool AcDbObject::isNotifyEnabled() const {
+    return !stub_ || notifier_;
+}
+bool AcDbObject::isNewObject() const {
+    return !stub_;
+}
+bool AcDbObject::isModified() const {
+    return modified_;
+}
 
 void AcDbObject::assertReadEnabled() const {
     if (!isReadEnabled()) reportAssertion("object is not open for read");
@@ -262,15 +308,31 @@ void AcDbObject::assertNotifyEnabled() const {
     if (!isNotifyEnabled()) reportAssertion("object is not open for notify");
 }
 
-Acad::ErrorStatus AcDbObject::subOpen(AcDb::OpenMode) { return Acad::eOk; }
-Acad::ErrorStatus AcDbObject::subClose() { return Acad::eOk; }
-Acad::ErrorStatus AcDbObject::subErase(Adesk::Boolean) { return Acad::eOk; }
-Adesk::UInt32 AcDbObject::subSetAttributes(AcGiDrawableTraits*) { return kDrawableNone; }
-Adesk::Boolean AcDbObject::subWorldDraw(AcGiWorldDraw*) { return true; }
+Acad::ErrorStatus AcDbObject::subOpen(AcDb::OpenMode) {
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbObject::subClose() {
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDbObject::subErase(Adesk::Boolean) {
+    return Acad::eOk;
+}
+Adesk::UInt32 AcDbObject::subSetAttributes(AcGiDrawableTraits*) {
+    return kDrawableNone;
+}
+Adesk::Boolean AcDbObject::subWorldDraw(AcGiWorldDraw*) {
+    return true;
+}
 void AcDbObject::subViewportDraw(AcGiViewportDraw*) {}
-Adesk::Boolean AcDbObject::isPersistent() const { return stub_ != nullptr; }
-AcDbObjectId AcDbObject::id() const { return objectId(); }
-Acad::ErrorStatus AcDbObject::audit(AcDbAuditInfo*) { return Acad::eOk; }
+Adesk::Boolean AcDbObject::isPersistent() const {
+    return stub_ != nullptr;
+}
+AcDbObjectId AcDbObject::id() const {
+    return objectId();
+}
+Acad::ErrorStatus AcDbObject::audit(AcDbAuditInfo*) {
+    return Acad::eOk;
+}
 
 // --- extended data -------------------------------------------------------------------
 
@@ -310,8 +372,10 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
             resbuf* last = old;
             while (last->rbnext != end) last = last->rbnext;
             last->rbnext = nullptr;
-            if (upperName(appName(old)) == name) acutRelRb(old);
-            else appendNode(kept, tail, old);
+            if (upperName(appName(old)) == name)
+                acutRelRb(old);
+            else
+                appendNode(kept, tail, old);
             old = end;
         }
         if (seg->rbnext && seg->rbnext->restype != AcDb::kDxfRegAppName)
@@ -333,7 +397,8 @@ Acad::ErrorStatus AcDbObject::xDataTransformBy(const AcGeMatrix3d& xform) {
     for (resbuf* rb = xdata_; rb; rb = rb->rbnext) {
         AcGePoint3d p(rb->resval.rpoint[0], rb->resval.rpoint[1], rb->resval.rpoint[2]);
         AcGeVector3d v(p.x, p.y, p.z);
-        if (rb->restype == AcDb::kDxfXdWorldXCoord) p.transformBy(xform);
+        if (rb->restype == AcDb::kDxfXdWorldXCoord)
+            p.transformBy(xform);
         else if (rb->restype == AcDb::kDxfXdWorldXDisp || rb->restype == AcDb::kDxfXdWorldXDir) {
             v.transformBy(xform);
             if (rb->restype == AcDb::kDxfXdWorldXDir) v.normalize();
@@ -354,7 +419,9 @@ Acad::ErrorStatus AcDbObject::xDataTransformBy(const AcGeMatrix3d& xform) {
 
 // --- extension dictionary ------------------------------------------------------------
 
-AcDbObjectId AcDbObject::extensionDictionary() const { return extensionDictionary_; }
+AcDbObjectId AcDbObject::extensionDictionary() const {
+    return extensionDictionary_;
+}
 
 Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
@@ -408,7 +475,12 @@ Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* filer) {
 
 Acad::ErrorStatus AcDbObject::dxfOutFields(AcDbDxfFiler* filer) const {
     assertReadEnabled();
-    if (stub_) filer->writeAcDbHandle(AcDb::kDxfHandle, stub_->handle);
+    if (stub_) {  // a dimension style's record carries its handle in group 105
+        const ProxyData* proxy = ObjectAccess::proxy(*this);
+        bool dimStyle = proxy && proxy->dxfName == L"DIMSTYLE";
+        filer->writeAcDbHandle(dimStyle ? static_cast<AcDb::DxfCode>(105) : AcDb::kDxfHandle,
+                               stub_->handle);
+    }
     if (!extensionDictionary_.isNull()) {
         filer->writeString(AcDb::kDxfControlString, L"{ACAD_XDICTIONARY");
         filer->writeObjectId(AcDb::kDxfHardOwnershipId, extensionDictionary_);
@@ -432,7 +504,8 @@ Acad::ErrorStatus AcDbObject::dxfInFields(AcDbDxfFiler* filer) {
             case AcDb::kDxfSoftPointerId:
                 if (!filer->isModifyingExistingObject()) ownerId_ = item.id();
                 break;
-            default: break;
+            default:
+                break;
         }
     });
 }
@@ -441,7 +514,7 @@ Acad::ErrorStatus AcDbObject::dwgOut(AcDbDwgFiler* filer) const {
     Acad::ErrorStatus es = dwgOutFields(filer);
     if (es != Acad::eOk) return es;
     const ProxyData* proxy = ObjectAccess::proxy(*this);
-    if (proxy && proxy->fromDwg) return Acad::eOk;   // its stream holds its extended data
+    if (proxy && proxy->fromDwg) return Acad::eOk;  // its stream holds its extended data
     return writeXDataToDwg(filer, xdata_);
 }
 
@@ -459,7 +532,9 @@ Acad::ErrorStatus AcDbObject::dwgIn(AcDbDwgFiler* filer) {
 Acad::ErrorStatus AcDbObject::dxfOut(AcDbDxfFiler* filer) const {
     AcRxClass* cls = isA();
     const ProxyData* proxy = ObjectAccess::proxy(*this);
-    filer->writeString(AcDb::kDxfStart, proxy ? proxy->dxfName.c_str() : cls ? dxfNameOf(cls) : L"");
+    filer->writeString(AcDb::kDxfStart, proxy ? proxy->dxfName.c_str()
+                                        : cls ? dxfNameOf(cls)
+                                              : L"");
     Acad::ErrorStatus es = dxfOutFields(filer);
     if (es != Acad::eOk) return es;
     if (xdata_) {
@@ -483,7 +558,9 @@ Acad::ErrorStatus AcDbObject::dxfIn(AcDbDxfFiler* filer) {
 
 // --- copies --------------------------------------------------------------------------
 
-AcRxObject* AcDbObject::clone() const { return cloneThroughFiler(*this); }
+AcRxObject* AcDbObject::clone() const {
+    return cloneThroughFiler(*this);
+}
 
 Acad::ErrorStatus AcDbObject::copyFrom(const AcRxObject* other) {
     return copyThroughFiler(*this, other);

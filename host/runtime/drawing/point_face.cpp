@@ -14,19 +14,25 @@ AcDbPoint::AcDbPoint() = default;
 AcDbPoint::AcDbPoint(const AcGePoint3d& position) : position_(position) {}
 AcDbPoint::~AcDbPoint() = default;
 
-AcGePoint3d AcDbPoint::position() const { return position_; }
+AcGePoint3d AcDbPoint::position() const {
+    return position_;
+}
 Acad::ErrorStatus AcDbPoint::setPosition(const AcGePoint3d& p) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     position_ = p;
     return Acad::eOk;
 }
-double AcDbPoint::thickness() const { return thickness_; }
+double AcDbPoint::thickness() const {
+    return thickness_;
+}
 Acad::ErrorStatus AcDbPoint::setThickness(double t) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     thickness_ = t;
     return Acad::eOk;
 }
-AcGeVector3d AcDbPoint::normal() const { return normal_; }
+AcGeVector3d AcDbPoint::normal() const {
+    return normal_;
+}
 Acad::ErrorStatus AcDbPoint::setNormal(const AcGeVector3d& n) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (n.isZeroLength()) return Acad::eInvalidInput;
@@ -41,17 +47,20 @@ Adesk::Boolean AcDbPoint::subWorldDraw(AcGiWorldDraw* wd) {
     return true;
 }
 
-Acad::ErrorStatus AcDbPoint::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker, const AcGePoint3d&,
-                                               const AcGePoint3d&, const AcGeMatrix3d&,
-                                               AcGePoint3dArray& snaps, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbPoint::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker,
+                                               const AcGePoint3d&, const AcGePoint3d&,
+                                               const AcGeMatrix3d&, AcGePoint3dArray& snaps,
+                                               AcDbIntArray&) const {
     if (mode == AcDb::kOsModeNode) snaps.append(position_);
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbPoint::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbPoint::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                              AcDbIntArray&) const {
     grips.append(position_);
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbPoint::subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) {
+Acad::ErrorStatus AcDbPoint::subMoveGripPointsAt(const AcDbIntArray& indices,
+                                                 const AcGeVector3d& offset) {
     if (indices.contains(0)) position_ += offset;
     return Acad::eOk;
 }
@@ -86,7 +95,7 @@ Acad::ErrorStatus AcDbPoint::dxfOutFields(AcDbDxfFiler* filer) const {
     if (es != Acad::eOk) return es;
     filer->writeString(AcDb::kDxfSubclass, L"AcDbPoint");
     filer->writePoint3d(AcDb::kDxfXCoord, position_);
-    if (thickness_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfThickness, thickness_);
+    if (thickness_ != 0) filer->writeDouble(AcDb::kDxfThickness, thickness_);
     filer->writeVector3d(AcDb::kDxfNormalX, normal_);
     return filer->filerStatus();
 }
@@ -110,7 +119,8 @@ AcDbFace::AcDbFace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoi
                    const AcGePoint3d& pt3, Adesk::Boolean e0, Adesk::Boolean e1, Adesk::Boolean e2,
                    Adesk::Boolean e3)
     : vertices_{pt0, pt1, pt2, pt3},
-      invisibleEdges_(static_cast<Adesk::Int16>((e0 ? 0 : 1) | (e1 ? 0 : 2) | (e2 ? 0 : 4) | (e3 ? 0 : 8))) {}
+      invisibleEdges_(
+          static_cast<Adesk::Int16>((e0 ? 0 : 1) | (e1 ? 0 : 2) | (e2 ? 0 : 4) | (e3 ? 0 : 8))) {}
 AcDbFace::AcDbFace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2,
                    Adesk::Boolean e0, Adesk::Boolean e1, Adesk::Boolean e2, Adesk::Boolean e3)
     : AcDbFace(pt0, pt1, pt2, pt2, e0, e1, e2, e3) {}
@@ -155,18 +165,21 @@ Adesk::Boolean AcDbFace::subWorldDraw(AcGiWorldDraw* wd) {
     return true;
 }
 
-Acad::ErrorStatus AcDbFace::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker, const AcGePoint3d&,
-                                              const AcGePoint3d&, const AcGeMatrix3d&,
-                                              AcGePoint3dArray& snaps, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbFace::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker,
+                                              const AcGePoint3d&, const AcGePoint3d&,
+                                              const AcGeMatrix3d&, AcGePoint3dArray& snaps,
+                                              AcDbIntArray&) const {
     if (mode == AcDb::kOsModeEnd)
         for (const AcGePoint3d& p : vertices_) snaps.append(p);
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbFace::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbFace::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                             AcDbIntArray&) const {
     for (const AcGePoint3d& p : vertices_) grips.append(p);
     return Acad::eOk;
 }
-Acad::ErrorStatus AcDbFace::subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) {
+Acad::ErrorStatus AcDbFace::subMoveGripPointsAt(const AcDbIntArray& indices,
+                                                const AcGeVector3d& offset) {
     moveMarked(vertices_, 4, indices, offset);
     return Acad::eOk;
 }
@@ -198,7 +211,8 @@ Acad::ErrorStatus AcDbFace::dxfOutFields(AcDbDxfFiler* filer) const {
     Acad::ErrorStatus es = AcDbEntity::dxfOutFields(filer);
     if (es != Acad::eOk) return es;
     filer->writeString(AcDb::kDxfSubclass, L"AcDbFace");
-    for (int i = 0; i < 4; ++i) filer->writePoint3d(static_cast<AcDb::DxfCode>(10 + i), vertices_[i]);
+    for (int i = 0; i < 4; ++i)
+        filer->writePoint3d(static_cast<AcDb::DxfCode>(10 + i), vertices_[i]);
     if (invisibleEdges_ != 0 || filer->includesDefaultValues())
         filer->writeInt16(AcDb::kDxfInt16, invisibleEdges_);
     return filer->filerStatus();

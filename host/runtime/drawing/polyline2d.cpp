@@ -16,14 +16,19 @@ using namespace kelvo::drawing;
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbVertex, AcDbEntity)
 AcDbVertex::AcDbVertex() = default;
 AcDbVertex::~AcDbVertex() = default;
-Adesk::Boolean AcDbVertex::subWorldDraw(AcGiWorldDraw*) { return true; }
+Adesk::Boolean AcDbVertex::subWorldDraw(AcGiWorldDraw*) {
+    return true;
+}
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDb2dVertex, AcDbVertex)
 
 AcDb2dVertex::AcDb2dVertex() = default;
 AcDb2dVertex::AcDb2dVertex(const AcGePoint3d& position, double bulge, double startWidth,
                            double endWidth, double tangent)
-    : position_(position), startWidth_(startWidth), endWidth_(endWidth), bulge_(bulge),
+    : position_(position),
+      startWidth_(startWidth),
+      endWidth_(endWidth),
+      bulge_(bulge),
       tangent_(tangent) {}
 AcDb2dVertex::~AcDb2dVertex() = default;
 
@@ -33,18 +38,30 @@ AcDb::Vertex2dType AcDb2dVertex::vertexType() const {
     if (flags_ & 1) return AcDb::k2dCurveFitVertex;
     return AcDb::k2dVertex;
 }
-AcGePoint3d AcDb2dVertex::position() const { return position_; }
-double AcDb2dVertex::startWidth() const { return startWidth_; }
-double AcDb2dVertex::endWidth() const { return endWidth_; }
-double AcDb2dVertex::bulge() const { return bulge_; }
-bool AcDb2dVertex::isTangentUsed() const { return (flags_ & 2) != 0; }
-double AcDb2dVertex::tangent() const { return tangent_; }
+AcGePoint3d AcDb2dVertex::position() const {
+    return position_;
+}
+double AcDb2dVertex::startWidth() const {
+    return startWidth_;
+}
+double AcDb2dVertex::endWidth() const {
+    return endWidth_;
+}
+double AcDb2dVertex::bulge() const {
+    return bulge_;
+}
+bool AcDb2dVertex::isTangentUsed() const {
+    return (flags_ & 2) != 0;
+}
+double AcDb2dVertex::tangent() const {
+    return tangent_;
+}
 
-#define KELVO_VERTEX_SETTER(NAME, MEMBER, TYPE)              \
-    Acad::ErrorStatus AcDb2dVertex::NAME(TYPE v) {           \
+#define KELVO_VERTEX_SETTER(NAME, MEMBER, TYPE)               \
+    Acad::ErrorStatus AcDb2dVertex::NAME(TYPE v) {            \
         if (!isWriteEnabled()) return Acad::eNotOpenForWrite; \
-        MEMBER = v;                                          \
-        return Acad::eOk;                                    \
+        MEMBER = v;                                           \
+        return Acad::eOk;                                     \
     }
 KELVO_VERTEX_SETTER(setPosition, position_, const AcGePoint3d&)
 KELVO_VERTEX_SETTER(setStartWidth, startWidth_, double)
@@ -93,9 +110,17 @@ Acad::ErrorStatus AcDb2dVertex::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeString(AcDb::kDxfSubclass, L"AcDbVertex");
     filer->writeString(AcDb::kDxfSubclass, L"AcDb2dVertex");
     filer->writePoint3d(AcDb::kDxfXCoord, position_);
-    if (startWidth_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfReal, startWidth_);
-    if (endWidth_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfTxtStyleXScale, endWidth_);
-    if (bulge_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfTxtStylePSize, bulge_);
+    // A vertex without widths of its own takes its polyline's default widths: in files
+    // only widths that differ from those are written.
+    double defaultStart = 0, defaultEnd = 0;
+    if (auto* pl = filer->includesDefaultValues() ? AcDb2dPolyline::cast(peekObject(ownerId()))
+                                                  : nullptr) {
+        defaultStart = pl->defaultStartWidth();
+        defaultEnd = pl->defaultEndWidth();
+    }
+    if (startWidth_ != defaultStart) filer->writeDouble(AcDb::kDxfReal, startWidth_);
+    if (endWidth_ != defaultEnd) filer->writeDouble(AcDb::kDxfTxtStyleXScale, endWidth_);
+    if (bulge_ != 0) filer->writeDouble(AcDb::kDxfTxtStylePSize, bulge_);
     filer->writeInt16(AcDb::kDxfInt16, flags_);
     if (isTangentUsed()) filer->writeDouble(AcDb::kDxfAngle, tangent_);
     return filer->filerStatus();
@@ -106,15 +131,33 @@ Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
     if (es != Acad::eOk) return es;
     filer->atSubclassData(L"AcDbVertex");
     if (!filer->atSubclassData(L"AcDb2dVertex")) return Acad::eOk;
+    if (!filer->isModifyingExistingObject())
+        if (auto* pl = AcDb2dPolyline::cast(peekObject(ownerId()))) {
+            startWidth_ = pl->defaultStartWidth();
+            endWidth_ = pl->defaultEndWidth();
+        }
     return readClassItems(filer, [&](const DxfItem& item) {
         switch (item.code()) {
-            case 10: position_ = item.point(); break;
-            case 40: startWidth_ = item.real(); break;
-            case 41: endWidth_ = item.real(); break;
-            case 42: bulge_ = item.real(); break;
-            case 50: tangent_ = item.real(); break;
-            case 70: flags_ = static_cast<Adesk::Int16>(item.integer()); break;
-            default: break;
+            case 10:
+                position_ = item.point();
+                break;
+            case 40:
+                startWidth_ = item.real();
+                break;
+            case 41:
+                endWidth_ = item.real();
+                break;
+            case 42:
+                bulge_ = item.real();
+                break;
+            case 50:
+                tangent_ = item.real();
+                break;
+            case 70:
+                flags_ = static_cast<Adesk::Int16>(item.integer());
+                break;
+            default:
+                break;
         }
     });
 }
@@ -124,7 +167,7 @@ Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* filer) {
 namespace {
 
 struct PlineVertex {
-    AcGePoint3d position;   // object coordinates
+    AcGePoint3d position;  // object coordinates
     double bulge, startWidth, endWidth;
 };
 
@@ -136,7 +179,10 @@ AcDb2dPolyline::AcDb2dPolyline() = default;
 AcDb2dPolyline::AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices,
                                double elevation, Adesk::Boolean closed, double defStartWidth,
                                double defEndWidth, const AcGeDoubleArray* bulges)
-    : type_(type), flags_(closed ? 1 : 0), startWidth_(defStartWidth), endWidth_(defEndWidth),
+    : type_(type),
+      flags_(closed ? 1 : 0),
+      startWidth_(defStartWidth),
+      endWidth_(defEndWidth),
       elevation_(elevation) {
     for (int i = 0; i < vertices.length(); ++i) {
         AcGePoint3d p(vertices[i].x, vertices[i].y, elevation);
@@ -148,7 +194,9 @@ AcDb2dPolyline::~AcDb2dPolyline() {
     for (AcDb2dVertex* v : pendingVertices_) delete v;
 }
 
-AcDb::Poly2dType AcDb2dPolyline::polyType() const { return type_; }
+AcDb::Poly2dType AcDb2dPolyline::polyType() const {
+    return type_;
+}
 Acad::ErrorStatus AcDb2dPolyline::setPolyType(AcDb::Poly2dType t) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     type_ = t;
@@ -164,16 +212,26 @@ Acad::ErrorStatus AcDb2dPolyline::makeOpen() {
     flags_ &= ~1;
     return Acad::eOk;
 }
-double AcDb2dPolyline::defaultStartWidth() const { return startWidth_; }
-double AcDb2dPolyline::defaultEndWidth() const { return endWidth_; }
-double AcDb2dPolyline::elevation() const { return elevation_; }
-double AcDb2dPolyline::thickness() const { return thickness_; }
-AcGeVector3d AcDb2dPolyline::normal() const { return normal_; }
-#define KELVO_PLINE_SETTER(NAME, MEMBER)                     \
-    Acad::ErrorStatus AcDb2dPolyline::NAME(double v) {       \
+double AcDb2dPolyline::defaultStartWidth() const {
+    return startWidth_;
+}
+double AcDb2dPolyline::defaultEndWidth() const {
+    return endWidth_;
+}
+double AcDb2dPolyline::elevation() const {
+    return elevation_;
+}
+double AcDb2dPolyline::thickness() const {
+    return thickness_;
+}
+AcGeVector3d AcDb2dPolyline::normal() const {
+    return normal_;
+}
+#define KELVO_PLINE_SETTER(NAME, MEMBER)                      \
+    Acad::ErrorStatus AcDb2dPolyline::NAME(double v) {        \
         if (!isWriteEnabled()) return Acad::eNotOpenForWrite; \
-        MEMBER = v;                                          \
-        return Acad::eOk;                                    \
+        MEMBER = v;                                           \
+        return Acad::eOk;                                     \
     }
 KELVO_PLINE_SETTER(setDefaultStartWidth, startWidth_)
 KELVO_PLINE_SETTER(setDefaultEndWidth, endWidth_)
@@ -186,9 +244,17 @@ Acad::ErrorStatus AcDb2dPolyline::setNormal(const AcGeVector3d& n) {
     normal_ = n.normal();
     return Acad::eOk;
 }
-bool AcDb2dPolyline::isLinetypeGenerationOn() const { return (flags_ & 128) != 0; }
-Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOn() { flags_ |= 128; return Acad::eOk; }
-Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOff() { flags_ &= ~128; return Acad::eOk; }
+bool AcDb2dPolyline::isLinetypeGenerationOn() const {
+    return (flags_ & 128) != 0;
+}
+Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOn() {
+    flags_ |= 128;
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDb2dPolyline::setLinetypeGenerationOff() {
+    flags_ &= ~128;
+    return Acad::eOk;
+}
 
 Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDb2dVertex* pVertex) {
     AcDbObjectId id;
@@ -219,9 +285,15 @@ Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDbObjectId& vertexId, AcDb2dVer
     return Acad::eOk;
 }
 
-AcDbObjectIterator* AcDb2dPolyline::vertexIterator() const { return newIdIterator(vertices_); }
-AcDbObjectIdArray AcDb2dPolyline::vertexIds() const { return vertices_; }
-AcDbObjectId AcDb2dPolyline::seqendId() const { return seqend_; }
+AcDbObjectIterator* AcDb2dPolyline::vertexIterator() const {
+    return newIdIterator(vertices_);
+}
+AcDbObjectIdArray AcDb2dPolyline::vertexIds() const {
+    return vertices_;
+}
+AcDbObjectId AcDb2dPolyline::seqendId() const {
+    return seqend_;
+}
 
 AcGePoint3d AcDb2dPolyline::vertexPosition(const AcDb2dVertex& vertex) const {
     AcGePoint3d p = vertex.position();
@@ -230,7 +302,8 @@ AcGePoint3d AcDb2dPolyline::vertexPosition(const AcDb2dVertex& vertex) const {
 
 namespace {
 
-std::vector<PlineVertex> collect(const AcDbObjectIdArray& ids, const AcArray<AcDb2dVertex*>& pending) {
+std::vector<PlineVertex> collect(const AcDbObjectIdArray& ids,
+                                 const AcArray<AcDb2dVertex*>& pending) {
     std::vector<PlineVertex> out;
     auto add = [&](const AcDb2dVertex* v) {
         if (v && !v->isErased() && v->vertexType() != AcDb::k2dSplineCtlVertex)
@@ -257,25 +330,31 @@ static AcDbPolyline* asLightweight(const AcDb2dPolyline& p, const std::vector<Pl
     return pl;
 }
 
-#define KELVO_VIA_LW(CALL)                                                     \
+#define KELVO_VIA_LW(CALL)                                                                        \
     std::unique_ptr<AcDbPolyline> pl(asLightweight(*this, collect(vertices_, pendingVertices_))); \
     return pl->CALL;
 
-Adesk::Boolean AcDb2dPolyline::isClosed() const { return (flags_ & 1) != 0; }
-Adesk::Boolean AcDb2dPolyline::isPlanar() const { return true; }
-Acad::ErrorStatus AcDb2dPolyline::getStartParam(double& p) const { p = 0; return Acad::eOk; }
-Acad::ErrorStatus AcDb2dPolyline::getEndParam(double& p) const { KELVO_VIA_LW(getEndParam(p)) }
-Acad::ErrorStatus AcDb2dPolyline::getStartPoint(AcGePoint3d& p) const { KELVO_VIA_LW(getStartPoint(p)) }
-Acad::ErrorStatus AcDb2dPolyline::getEndPoint(AcGePoint3d& p) const { KELVO_VIA_LW(getEndPoint(p)) }
-Acad::ErrorStatus AcDb2dPolyline::getPointAtParam(double t, AcGePoint3d& p) const {
-    KELVO_VIA_LW(getPointAtParam(t, p))
+Adesk::Boolean AcDb2dPolyline::isClosed() const {
+    return (flags_ & 1) != 0;
 }
-Acad::ErrorStatus AcDb2dPolyline::getDistAtParam(double t, double& d) const { KELVO_VIA_LW(getDistAtParam(t, d)) }
-Acad::ErrorStatus AcDb2dPolyline::getParamAtDist(double d, double& t) const { KELVO_VIA_LW(getParamAtDist(d, t)) }
-Acad::ErrorStatus AcDb2dPolyline::getPointAtDist(double d, AcGePoint3d& p) const {
-    KELVO_VIA_LW(getPointAtDist(d, p))
+Adesk::Boolean AcDb2dPolyline::isPlanar() const {
+    return true;
 }
-Acad::ErrorStatus AcDb2dPolyline::getArea(double& a) const { KELVO_VIA_LW(getArea(a)) }
+Acad::ErrorStatus AcDb2dPolyline::getStartParam(double& p) const {
+    p = 0;
+    return Acad::eOk;
+}
+Acad::ErrorStatus AcDb2dPolyline::getEndParam(double& p) const {KELVO_VIA_LW(
+    getEndParam(p))} Acad::ErrorStatus AcDb2dPolyline::getStartPoint(AcGePoint3d& p) const {
+    KELVO_VIA_LW(getStartPoint(p))} Acad::ErrorStatus AcDb2dPolyline::getEndPoint(AcGePoint3d& p)
+    const {KELVO_VIA_LW(getEndPoint(p))} Acad::ErrorStatus AcDb2dPolyline::getPointAtParam(
+        double t, AcGePoint3d& p) const {KELVO_VIA_LW(getPointAtParam(t, p))} Acad::ErrorStatus
+    AcDb2dPolyline::getDistAtParam(double t, double& d) const {KELVO_VIA_LW(getDistAtParam(
+        t, d))} Acad::ErrorStatus AcDb2dPolyline::getParamAtDist(double d, double& t) const {
+        KELVO_VIA_LW(getParamAtDist(d, t))} Acad::ErrorStatus
+    AcDb2dPolyline::getPointAtDist(double d, AcGePoint3d& p) const {
+        KELVO_VIA_LW(getPointAtDist(d, p))} Acad::ErrorStatus
+    AcDb2dPolyline::getArea(double& a) const {KELVO_VIA_LW(getArea(a))}
 
 Adesk::Boolean AcDb2dPolyline::subWorldDraw(AcGiWorldDraw* wd) {
     std::unique_ptr<AcDbPolyline> pl(asLightweight(*this, collect(vertices_, pendingVertices_)));
@@ -296,12 +375,10 @@ Acad::ErrorStatus AcDb2dPolyline::subExplode(AcDbVoidPtrArray& entitySet) const 
     return pl->explode(entitySet);
 }
 
-Acad::ErrorStatus AcDb2dPolyline::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker m,
-                                                    const AcGePoint3d& pick, const AcGePoint3d& last,
-                                                    const AcGeMatrix3d& view, AcGePoint3dArray& snaps,
-                                                    AcDbIntArray& ids) const {
-    KELVO_VIA_LW(getOsnapPoints(mode, m, pick, last, view, snaps, ids))
-}
+Acad::ErrorStatus AcDb2dPolyline::subGetOsnapPoints(
+    AcDb::OsnapMode mode, Adesk::GsMarker m, const AcGePoint3d& pick, const AcGePoint3d& last,
+    const AcGeMatrix3d& view, AcGePoint3dArray& snaps,
+    AcDbIntArray& ids) const {KELVO_VIA_LW(getOsnapPoints(mode, m, pick, last, view, snaps, ids))}
 
 Acad::ErrorStatus AcDb2dPolyline::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
                                                    AcDbIntArray&) const {
@@ -348,7 +425,9 @@ Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& xform) {
     double newElevation = elevation_;
     bool first = true;
     auto move = [&](AcDb2dVertex* v) {
-        AcGePoint3d p = toPlane * (xform * (toWorld * AcGePoint3d(v->position().x, v->position().y, elevation_)));
+        AcGePoint3d p =
+            toPlane *
+            (xform * (toWorld * AcGePoint3d(v->position().x, v->position().y, elevation_)));
         if (first) newElevation = p.z;
         first = false;
         bool was = ObjectAccess::writer(*v);
@@ -427,12 +506,16 @@ Acad::ErrorStatus AcDb2dPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeString(AcDb::kDxfSubclass, L"AcDb2dPolyline");
     filer->writeInt16(AcDb::kDxfHasSubentities, 1);
     filer->writePoint3d(AcDb::kDxfXCoord, AcGePoint3d(0, 0, elevation_));
-    if (thickness_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfThickness, thickness_);
+    if (thickness_ != 0) filer->writeDouble(AcDb::kDxfThickness, thickness_);
     filer->writeInt16(AcDb::kDxfInt16, flags_);
-    if (startWidth_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfReal, startWidth_);
-    if (endWidth_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfTxtStyleXScale, endWidth_);
+    if (startWidth_ != 0 || filer->includesDefaultValues())
+        filer->writeDouble(AcDb::kDxfReal, startWidth_);
+    if (endWidth_ != 0 || filer->includesDefaultValues())
+        filer->writeDouble(AcDb::kDxfTxtStyleXScale, endWidth_);
     if (type_ != AcDb::k2dSimplePoly) {
-        int curve = type_ == AcDb::k2dQuadSplinePoly ? 5 : type_ == AcDb::k2dCubicSplinePoly ? 6 : 8;
+        int curve = type_ == AcDb::k2dQuadSplinePoly    ? 5
+                    : type_ == AcDb::k2dCubicSplinePoly ? 6
+                                                        : 8;
         filer->writeInt16(static_cast<AcDb::DxfCode>(75), static_cast<Adesk::Int16>(curve));
     }
     filer->writeVector3d(AcDb::kDxfNormalX, normal_);
@@ -445,19 +528,34 @@ Acad::ErrorStatus AcDb2dPolyline::dxfInFields(AcDbDxfFiler* filer) {
     if (!filer->atSubclassData(L"AcDb2dPolyline")) return Acad::eOk;
     return readClassItems(filer, [&](const DxfItem& item) {
         switch (item.code()) {
-            case 10: elevation_ = item.point().z; break;
-            case 39: thickness_ = item.real(); break;
-            case 70: flags_ = static_cast<Adesk::Int16>(item.integer()); break;
-            case 40: startWidth_ = item.real(); break;
-            case 41: endWidth_ = item.real(); break;
+            case 10:
+                elevation_ = item.point().z;
+                break;
+            case 39:
+                thickness_ = item.real();
+                break;
+            case 70:
+                flags_ = static_cast<Adesk::Int16>(item.integer());
+                break;
+            case 40:
+                startWidth_ = item.real();
+                break;
+            case 41:
+                endWidth_ = item.real();
+                break;
             case 75: {
                 int c = item.integer();
-                type_ = c == 5 ? AcDb::k2dQuadSplinePoly : c == 6 ? AcDb::k2dCubicSplinePoly
-                        : c == 8 ? AcDb::k2dFitCurvePoly : AcDb::k2dSimplePoly;
+                type_ = c == 5   ? AcDb::k2dQuadSplinePoly
+                        : c == 6 ? AcDb::k2dCubicSplinePoly
+                        : c == 8 ? AcDb::k2dFitCurvePoly
+                                 : AcDb::k2dSimplePoly;
                 break;
             }
-            case 210: normal_ = item.point().asVector().normal(); break;
-            default: break;
+            case 210:
+                normal_ = item.point().asVector().normal();
+                break;
+            default:
+                break;
         }
     });
 }

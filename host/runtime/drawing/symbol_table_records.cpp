@@ -56,7 +56,9 @@ Acad::ErrorStatus AcDbSymbolTableRecord::getName(const ACHAR*& pName) const {
     return Acad::eOk;
 }
 
-const std::wstring& AcDbSymbolTableRecord::name() const { return name_; }
+const std::wstring& AcDbSymbolTableRecord::name() const {
+    return name_;
+}
 
 Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* pName) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
@@ -73,11 +75,21 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* pName) {
     return Acad::eOk;
 }
 
-bool AcDbSymbolTableRecord::isDependent() const { return (flags_ & 16) != 0; }
-bool AcDbSymbolTableRecord::isResolved() const { return (flags_ & 32) != 0; }
-bool AcDbSymbolTableRecord::isRenamable() const { return !name_.empty() && name_[0] != L'*'; }
-Adesk::Int16 AcDbSymbolTableRecord::flags() const { return flags_; }
-void AcDbSymbolTableRecord::setFlags(Adesk::Int16 flags) { flags_ = flags; }
+bool AcDbSymbolTableRecord::isDependent() const {
+    return (flags_ & 16) != 0;
+}
+bool AcDbSymbolTableRecord::isResolved() const {
+    return (flags_ & 32) != 0;
+}
+bool AcDbSymbolTableRecord::isRenamable() const {
+    return !name_.empty() && name_[0] != L'*';
+}
+Adesk::Int16 AcDbSymbolTableRecord::flags() const {
+    return flags_;
+}
+void AcDbSymbolTableRecord::setFlags(Adesk::Int16 flags) {
+    flags_ = flags;
+}
 
 Acad::ErrorStatus AcDbSymbolTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
     Acad::ErrorStatus es = AcDbObject::dwgOutFields(filer);
@@ -123,6 +135,8 @@ void writeNameAndFlags(AcDbDxfFiler* filer, const AcDbSymbolTableRecord& r, Ades
 // Handles 2 and 70 for any record; false for other codes.
 bool readNameOrFlags(AcDbSymbolTableRecord& r, const DxfItem& item, Acad::ErrorStatus& bad) {
     if (item.code() == AcDb::kDxfSymbolTableName) {
+        // A text style that loads a shape file has no name.
+        if (item.text().empty() && AcDbTextStyleTableRecord::cast(&r)) return true;
         Acad::ErrorStatus es = r.setName(item.text().c_str());
         if (es != Acad::eOk) bad = es;
         return true;
@@ -144,36 +158,56 @@ ACRX_DXF_DEFINE_MEMBERS(AcDbLayerTableRecord, AcDbSymbolTableRecord, AcDb::kDHL_
 AcDbLayerTableRecord::AcDbLayerTableRecord() = default;
 AcDbLayerTableRecord::~AcDbLayerTableRecord() = default;
 
-bool AcDbLayerTableRecord::isFrozen() const { return (flags() & 1) != 0; }
+bool AcDbLayerTableRecord::isFrozen() const {
+    return (flags() & 1) != 0;
+}
 Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
     setFlags(static_cast<Adesk::Int16>(frozen ? flags() | 1 : flags() & ~1));
     return Acad::eOk;
 }
-bool AcDbLayerTableRecord::isOff() const { return off_; }
-void AcDbLayerTableRecord::setIsOff(bool off) { off_ = off; }
-bool AcDbLayerTableRecord::isLocked() const { return (flags() & 4) != 0; }
+bool AcDbLayerTableRecord::isOff() const {
+    return off_;
+}
+void AcDbLayerTableRecord::setIsOff(bool off) {
+    off_ = off;
+}
+bool AcDbLayerTableRecord::isLocked() const {
+    return (flags() & 4) != 0;
+}
 void AcDbLayerTableRecord::setIsLocked(bool locked) {
     setFlags(static_cast<Adesk::Int16>(locked ? flags() | 4 : flags() & ~4));
 }
-bool AcDbLayerTableRecord::isHidden() const { return hidden_; }
+bool AcDbLayerTableRecord::isHidden() const {
+    return hidden_;
+}
 Acad::ErrorStatus AcDbLayerTableRecord::setIsHidden(bool hidden) {
     hidden_ = hidden;
     return Acad::eOk;
 }
-bool AcDbLayerTableRecord::isPlottable() const { return plottable_; }
+bool AcDbLayerTableRecord::isPlottable() const {
+    return plottable_;
+}
 Acad::ErrorStatus AcDbLayerTableRecord::setIsPlottable(bool plottable) {
     plottable_ = plottable;
     return Acad::eOk;
 }
-AcCmColor AcDbLayerTableRecord::color() const { return color_; }
-void AcDbLayerTableRecord::setColor(const AcCmColor& color) { color_ = color; }
-AcDbObjectId AcDbLayerTableRecord::linetypeObjectId() const { return linetype_; }
+AcCmColor AcDbLayerTableRecord::color() const {
+    return color_;
+}
+void AcDbLayerTableRecord::setColor(const AcCmColor& color) {
+    color_ = color;
+}
+AcDbObjectId AcDbLayerTableRecord::linetypeObjectId() const {
+    return linetype_;
+}
 Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(const AcDbObjectId& id) {
     if (!AcDbLinetypeTableRecord::cast(peekObject(id))) return Acad::eInvalidInput;
     linetype_ = id;
     return Acad::eOk;
 }
-AcDb::LineWeight AcDbLayerTableRecord::lineWeight() const { return lineWeight_; }
+AcDb::LineWeight AcDbLayerTableRecord::lineWeight() const {
+    return lineWeight_;
+}
 Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(AcDb::LineWeight weight) {
     lineWeight_ = weight;
     return Acad::eOk;
@@ -250,14 +284,19 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
                 int c = item.integer();
                 off_ = c < 0;
                 if (c < 0) c = -c;
-                if (c < 1 || c > 255) bad = Acad::eBadColorIndex;
-                else color_.setColorIndex(static_cast<Adesk::Int16>(c));
+                if (c < 1 || c > 255)
+                    bad = Acad::eBadColorIndex;
+                else
+                    color_.setColorIndex(static_cast<Adesk::Int16>(c));
                 break;
             }
             case AcDb::kDxfLinetypeName: {
-                AcDbObjectId id = lookUp(db, db ? db->linetypeTableId() : AcDbObjectId(), item.text());
-                if (id.isNull()) bad = Acad::eBadLinetypeName;
-                else linetype_ = id;
+                AcDbObjectId id =
+                    lookUp(db, db ? db->linetypeTableId() : AcDbObjectId(), item.text());
+                if (id.isNull())
+                    bad = Acad::eBadLinetypeName;
+                else
+                    linetype_ = id;
                 break;
             }
             case AcDb::kDxfBool: plottable_ = item.integer() != 0; break;
@@ -280,34 +319,50 @@ ACRX_DXF_DEFINE_MEMBERS(AcDbTextStyleTableRecord, AcDbSymbolTableRecord, AcDb::k
 AcDbTextStyleTableRecord::AcDbTextStyleTableRecord() = default;
 AcDbTextStyleTableRecord::~AcDbTextStyleTableRecord() = default;
 
-Adesk::Boolean AcDbTextStyleTableRecord::isShapeFile() const { return (flags() & 1) != 0; }
+Adesk::Boolean AcDbTextStyleTableRecord::isShapeFile() const {
+    return (flags() & 1) != 0;
+}
 void AcDbTextStyleTableRecord::setIsShapeFile(Adesk::Boolean shape) {
     setFlags(static_cast<Adesk::Int16>(shape ? flags() | 1 : flags() & ~1));
 }
-Adesk::Boolean AcDbTextStyleTableRecord::isVertical() const { return (flags() & 4) != 0; }
+Adesk::Boolean AcDbTextStyleTableRecord::isVertical() const {
+    return (flags() & 4) != 0;
+}
 void AcDbTextStyleTableRecord::setIsVertical(Adesk::Boolean vertical) {
     setFlags(static_cast<Adesk::Int16>(vertical ? flags() | 4 : flags() & ~4));
 }
-double AcDbTextStyleTableRecord::textSize() const { return textSize_; }
+double AcDbTextStyleTableRecord::textSize() const {
+    return textSize_;
+}
 Acad::ErrorStatus AcDbTextStyleTableRecord::setTextSize(double size) {
     if (size < 0) return Acad::eNegativeValueNotAllowed;
     textSize_ = size;
     return Acad::eOk;
 }
-double AcDbTextStyleTableRecord::xScale() const { return xScale_; }
+double AcDbTextStyleTableRecord::xScale() const {
+    return xScale_;
+}
 Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double scale) {
     if (scale <= 0) return Acad::eOutOfRange;
     xScale_ = scale;
     return Acad::eOk;
 }
-double AcDbTextStyleTableRecord::obliquingAngle() const { return oblique_; }
+double AcDbTextStyleTableRecord::obliquingAngle() const {
+    return oblique_;
+}
 Acad::ErrorStatus AcDbTextStyleTableRecord::setObliquingAngle(double angle) {
     oblique_ = angle;
     return Acad::eOk;
 }
-Adesk::UInt8 AcDbTextStyleTableRecord::flagBits() const { return flagBits_; }
-void AcDbTextStyleTableRecord::setFlagBits(Adesk::UInt8 flags) { flagBits_ = flags; }
-double AcDbTextStyleTableRecord::priorSize() const { return priorSize_; }
+Adesk::UInt8 AcDbTextStyleTableRecord::flagBits() const {
+    return flagBits_;
+}
+void AcDbTextStyleTableRecord::setFlagBits(Adesk::UInt8 flags) {
+    flagBits_ = flags;
+}
+double AcDbTextStyleTableRecord::priorSize() const {
+    return priorSize_;
+}
 Acad::ErrorStatus AcDbTextStyleTableRecord::setPriorSize(double size) {
     priorSize_ = size;
     return Acad::eOk;
@@ -392,14 +447,29 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     es = readClassItems(filer, [&](const DxfItem& item) {
         if (readNameOrFlags(*this, item, bad)) return;
         switch (item.code()) {
-            case AcDb::kDxfTxtSize: textSize_ = item.real(); break;
-            case AcDb::kDxfTxtStyleXScale: xScale_ = item.real(); break;
-            case AcDb::kDxfAngle: oblique_ = item.real(); break;
-            case AcDb::kDxfTxtStyleFlags: flagBits_ = static_cast<Adesk::UInt8>(item.integer()); break;
-            case AcDb::kDxfTxtStylePSize: priorSize_ = item.real(); break;
-            case AcDb::kDxfTextFontFile: fileName_ = item.text(); break;
-            case AcDb::kDxfTextBigFontFile: bigFontFileName_ = item.text(); break;
-            default: break;
+            case AcDb::kDxfTxtSize:
+                textSize_ = item.real();
+                break;
+            case AcDb::kDxfTxtStyleXScale:
+                xScale_ = item.real();
+                break;
+            case AcDb::kDxfAngle:
+                oblique_ = item.real();
+                break;
+            case AcDb::kDxfTxtStyleFlags:
+                flagBits_ = static_cast<Adesk::UInt8>(item.integer());
+                break;
+            case AcDb::kDxfTxtStylePSize:
+                priorSize_ = item.real();
+                break;
+            case AcDb::kDxfTextFontFile:
+                fileName_ = item.text();
+                break;
+            case AcDb::kDxfTextBigFontFile:
+                bigFontFileName_ = item.text();
+                break;
+            default:
+                break;
         }
     });
     return es != Acad::eOk ? es : bad;
@@ -425,12 +495,16 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::setComments(const ACHAR* s) {
     comments_ = s ? s : L"";
     return Acad::eOk;
 }
-double AcDbLinetypeTableRecord::patternLength() const { return patternLength_; }
+double AcDbLinetypeTableRecord::patternLength() const {
+    return patternLength_;
+}
 Acad::ErrorStatus AcDbLinetypeTableRecord::setPatternLength(double length) {
     patternLength_ = length;
     return Acad::eOk;
 }
-int AcDbLinetypeTableRecord::numDashes() const { return static_cast<int>(dashes_.size()); }
+int AcDbLinetypeTableRecord::numDashes() const {
+    return static_cast<int>(dashes_.size());
+}
 Acad::ErrorStatus AcDbLinetypeTableRecord::setNumDashes(int count) {
     if (count < 0 || count > 12) return Acad::eOutOfRange;
     dashes_.resize(count);
@@ -444,8 +518,12 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::setDashLengthAt(int index, double val
     dashes_[index] = value;
     return Acad::eOk;
 }
-bool AcDbLinetypeTableRecord::isScaledToFit() const { return scaledToFit_; }
-void AcDbLinetypeTableRecord::setIsScaledToFit(bool v) { scaledToFit_ = v; }
+bool AcDbLinetypeTableRecord::isScaledToFit() const {
+    return scaledToFit_;
+}
+void AcDbLinetypeTableRecord::setIsScaledToFit(bool v) {
+    scaledToFit_ = v;
+}
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
     Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgOutFields(filer);
@@ -470,6 +548,7 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dwgInFields(AcDbDwgFiler* filer) {
     if (comments) comments_ = comments;
     acutDelString(comments);
     dashes_.clear();
+    elements_.clear();  // the binary drawing keeps the dashes alone
     for (Adesk::Int32 i = 0; i < n && i < 12 && filer->filerStatus() == Acad::eOk; ++i) {
         double d = 0;
         filer->readDouble(&d);
@@ -487,9 +566,18 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
     filer->writeInt16(AcDb::kDxfLinetypeAlign, 65);
     filer->writeInt16(AcDb::kDxfLinetypePDC, static_cast<Adesk::Int16>(numDashes()));
     filer->writeDouble(AcDb::kDxfReal, patternLength_);
-    for (double d : dashes_) {
-        filer->writeDouble(AcDb::kDxfDashLength, d);
-        filer->writeInt16(static_cast<AcDb::DxfCode>(74), 0);
+    for (size_t i = 0; i < dashes_.size(); ++i) {
+        filer->writeDouble(AcDb::kDxfDashLength, dashes_[i]);
+        DashElement e = i < elements_.size() ? elements_[i] : DashElement{};
+        filer->writeInt16(static_cast<AcDb::DxfCode>(74), e.flags);
+        if (!(e.flags & 6)) continue;
+        filer->writeInt16(static_cast<AcDb::DxfCode>(75), e.shape);
+        filer->writeObjectId(static_cast<AcDb::DxfCode>(340), e.style);
+        filer->writeDouble(static_cast<AcDb::DxfCode>(46), e.scale);
+        filer->writeDouble(static_cast<AcDb::DxfCode>(50), e.rotation);
+        filer->writeDouble(static_cast<AcDb::DxfCode>(44), e.xOffset);
+        filer->writeDouble(static_cast<AcDb::DxfCode>(45), e.yOffset);
+        if (e.flags & 2) filer->writeString(static_cast<AcDb::DxfCode>(9), e.text.c_str());
     }
     return filer->filerStatus();
 }
@@ -503,14 +591,54 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dxfInFields(AcDbDxfFiler* filer) {
     es = readClassItems(filer, [&](const DxfItem& item) {
         if (readNameOrFlags(*this, item, bad)) return;
         switch (item.code()) {
-            case AcDb::kDxfDescription: comments_ = item.text(); break;
-            case AcDb::kDxfReal: patternLength_ = item.real(); break;
-            case AcDb::kDxfDashLength:
-                if (!sawDash) dashes_.clear();
-                sawDash = true;
-                if (dashes_.size() < 12) dashes_.push_back(item.real());
+            case AcDb::kDxfDescription:
+                comments_ = item.text();
                 break;
-            default: break;
+            case AcDb::kDxfReal:
+                patternLength_ = item.real();
+                break;
+            case AcDb::kDxfDashLength:
+                if (!sawDash) {
+                    dashes_.clear();
+                    elements_.clear();
+                }
+                sawDash = true;
+                if (dashes_.size() < 12) {
+                    dashes_.push_back(item.real());
+                    elements_.emplace_back();
+                }
+                break;
+            default:
+                if (!sawDash || elements_.empty()) break;
+                switch (DashElement& e = elements_.back(); item.code()) {
+                    case 74:
+                        e.flags = static_cast<Adesk::Int16>(item.integer());
+                        break;
+                    case 75:
+                        e.shape = static_cast<Adesk::Int16>(item.integer());
+                        break;
+                    case 340:
+                        e.style = item.id();
+                        break;
+                    case 46:
+                        e.scale = item.real();
+                        break;
+                    case 50:
+                        e.rotation = item.real();
+                        break;
+                    case 44:
+                        e.xOffset = item.real();
+                        break;
+                    case 45:
+                        e.yOffset = item.real();
+                        break;
+                    case 9:
+                        e.text = item.text();
+                        break;
+                    default:
+                        break;
+                }
+                break;
         }
     });
     return es != Acad::eOk ? es : bad;

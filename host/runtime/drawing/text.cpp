@@ -31,17 +31,21 @@ std::wstring styleName(AcDbObjectId id) {
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbText, AcDbEntity)
 
 AcDbText::AcDbText() = default;
-AcDbText::AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style, double height,
-                   double rotation)
-    : position_(position), alignment_(position), rotation_(rotation), height_(height),
-      text_(text ? text : L""), style_(style) {}
+AcDbText::AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style,
+                   double height, double rotation)
+    : position_(position),
+      alignment_(position),
+      rotation_(rotation),
+      height_(height),
+      text_(text ? text : L""),
+      style_(style) {}
 AcDbText::~AcDbText() = default;
 
-#define KELVO_SETTER(NAME, MEMBER, TYPE)                     \
-    Acad::ErrorStatus AcDbText::NAME(TYPE v) {               \
+#define KELVO_SETTER(NAME, MEMBER, TYPE)                      \
+    Acad::ErrorStatus AcDbText::NAME(TYPE v) {                \
         if (!isWriteEnabled()) return Acad::eNotOpenForWrite; \
-        MEMBER = v;                                          \
-        return Acad::eOk;                                    \
+        MEMBER = v;                                           \
+        return Acad::eOk;                                     \
     }
 KELVO_SETTER(setPosition, position_, const AcGePoint3d&)
 KELVO_SETTER(setAlignmentPoint, alignment_, const AcGePoint3d&)
@@ -53,45 +57,71 @@ KELVO_SETTER(setHorizontalMode, horizontal_, AcDb::TextHorzMode)
 KELVO_SETTER(setVerticalMode, vertical_, AcDb::TextVertMode)
 #undef KELVO_SETTER
 
-AcGePoint3d AcDbText::position() const { return position_; }
-AcGePoint3d AcDbText::alignmentPoint() const { return alignment_; }
+AcGePoint3d AcDbText::position() const {
+    return position_;
+}
+AcGePoint3d AcDbText::alignmentPoint() const {
+    return alignment_;
+}
 bool AcDbText::isDefaultAlignment() const {
     return horizontal_ == AcDb::kTextLeft && vertical_ == AcDb::kTextBase;
 }
-AcGeVector3d AcDbText::normal() const { return normal_; }
+AcGeVector3d AcDbText::normal() const {
+    return normal_;
+}
 Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& n) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (n.isZeroLength()) return Acad::eInvalidInput;
     normal_ = n.normal();
     return Acad::eOk;
 }
-double AcDbText::thickness() const { return thickness_; }
-double AcDbText::oblique() const { return oblique_; }
-double AcDbText::rotation() const { return rotation_; }
-double AcDbText::height() const { return height_; }
+double AcDbText::thickness() const {
+    return thickness_;
+}
+double AcDbText::oblique() const {
+    return oblique_;
+}
+double AcDbText::rotation() const {
+    return rotation_;
+}
+double AcDbText::height() const {
+    return height_;
+}
 Acad::ErrorStatus AcDbText::setHeight(double h) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (h <= 0) return Acad::eInvalidInput;
     height_ = h;
     return Acad::eOk;
 }
-double AcDbText::widthFactor() const { return widthFactor_; }
+double AcDbText::widthFactor() const {
+    return widthFactor_;
+}
 Acad::ErrorStatus AcDbText::setWidthFactor(double w) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (w <= 0) return Acad::eInvalidInput;
     widthFactor_ = w;
     return Acad::eOk;
 }
-ACHAR* AcDbText::textString() const { return newString(text_); }
-const ACHAR* AcDbText::textStringConst() const { return text_.c_str(); }
+ACHAR* AcDbText::textString() const {
+    return newString(text_);
+}
+const ACHAR* AcDbText::textStringConst() const {
+    return text_.c_str();
+}
 Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     text_ = text ? text : L"";
     return Acad::eOk;
 }
-AcDbObjectId AcDbText::textStyle() const { return style_; }
-bool AcDbText::isMirroredInX() const { return (generation_ & 2) != 0; }
-bool AcDbText::isMirroredInY() const { return (generation_ & 4) != 0; }
+AcDbObjectId AcDbText::textStyle() const {
+    return style_;
+}
+bool AcDbText::isMirroredInX() const {
+    return (generation_ & 2) != 0;
+}
+bool AcDbText::isMirroredInY() const {
+    return (generation_ & 4) != 0;
+}
 Acad::ErrorStatus AcDbText::mirrorInX(bool m) {
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     generation_ = static_cast<Adesk::Int16>(m ? generation_ | 2 : generation_ & ~2);
@@ -102,8 +132,12 @@ Acad::ErrorStatus AcDbText::mirrorInY(bool m) {
     generation_ = static_cast<Adesk::Int16>(m ? generation_ | 4 : generation_ & ~4);
     return Acad::eOk;
 }
-AcDb::TextHorzMode AcDbText::horizontalMode() const { return horizontal_; }
-AcDb::TextVertMode AcDbText::verticalMode() const { return vertical_; }
+AcDb::TextHorzMode AcDbText::horizontalMode() const {
+    return horizontal_;
+}
+AcDb::TextVertMode AcDbText::verticalMode() const {
+    return vertical_;
+}
 
 // Places the text so that its alignment point is where the mode says (this host's text
 // metrics: see textAdvance).
@@ -113,16 +147,30 @@ Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
     double width = textAdvance(text_.c_str(), height_, widthFactor_);
     double dx = 0, dy = 0;
     switch (horizontal_) {
-        case AcDb::kTextCenter: dx = -width / 2; break;
-        case AcDb::kTextRight: dx = -width; break;
-        case AcDb::kTextMid: dx = -width / 2; break;
-        default: break;
+        case AcDb::kTextCenter:
+            dx = -width / 2;
+            break;
+        case AcDb::kTextRight:
+            dx = -width;
+            break;
+        case AcDb::kTextMid:
+            dx = -width / 2;
+            break;
+        default:
+            break;
     }
     switch (vertical_) {
-        case AcDb::kTextBottom: dy = 0; break;
-        case AcDb::kTextVertMid: dy = -height_ / 2; break;
-        case AcDb::kTextTop: dy = -height_; break;
-        default: break;
+        case AcDb::kTextBottom:
+            dy = 0;
+            break;
+        case AcDb::kTextVertMid:
+            dy = -height_ / 2;
+            break;
+        case AcDb::kTextTop:
+            dy = -height_;
+            break;
+        default:
+            break;
     }
     if (horizontal_ == AcDb::kTextMid) dy = -height_ / 2;
     AcGeVector3d x = ocsXAxis(normal_);
@@ -143,25 +191,29 @@ Adesk::Boolean AcDbText::subWorldDraw(AcGiWorldDraw* wd) {
 void AcDbText::subList() const {
     AcDbEntity::subList();
     acutPrintf(L"                  Style = \"%s\"\n", styleName(style_).c_str());
-    acutPrintf(L"         start point, X=%10.4f  Y=%10.4f  Z=%10.4f\n", position_.x, position_.y, position_.z);
+    acutPrintf(L"         start point, X=%10.4f  Y=%10.4f  Z=%10.4f\n", position_.x, position_.y,
+               position_.z);
     acutPrintf(L"                 height %10.4f\n", height_);
     acutPrintf(L"                   text %s\n", text_.c_str());
 }
 
-Acad::ErrorStatus AcDbText::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker, const AcGePoint3d&,
-                                              const AcGePoint3d&, const AcGeMatrix3d&,
-                                              AcGePoint3dArray& snaps, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbText::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::GsMarker,
+                                              const AcGePoint3d&, const AcGePoint3d&,
+                                              const AcGeMatrix3d&, AcGePoint3dArray& snaps,
+                                              AcDbIntArray&) const {
     if (mode == AcDb::kOsModeIns) snaps.append(isDefaultAlignment() ? position_ : alignment_);
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbText::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&, AcDbIntArray&) const {
+Acad::ErrorStatus AcDbText::subGetGripPoints(AcGePoint3dArray& grips, AcDbIntArray&,
+                                             AcDbIntArray&) const {
     grips.append(position_);
     if (!isDefaultAlignment()) grips.append(alignment_);
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbText::subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) {
+Acad::ErrorStatus AcDbText::subMoveGripPointsAt(const AcDbIntArray& indices,
+                                                const AcGeVector3d& offset) {
     if (!indices.isEmpty()) {
         position_ += offset;
         alignment_ += offset;
@@ -239,7 +291,7 @@ Acad::ErrorStatus AcDbText::dwgInFields(AcDbDwgFiler* filer) {
 }
 
 Acad::ErrorStatus AcDbText::dxfOutTextFields(AcDbDxfFiler* filer) const {
-    if (thickness_ != 0 || filer->includesDefaultValues()) filer->writeDouble(AcDb::kDxfThickness, thickness_);
+    if (thickness_ != 0) filer->writeDouble(AcDb::kDxfThickness, thickness_);
     filer->writePoint3d(AcDb::kDxfXCoord, wcsToOcs(position_, normal_));
     filer->writeDouble(AcDb::kDxfTxtSize, height_);
     filer->writeString(AcDb::kDxfText, text_.c_str());
@@ -264,19 +316,39 @@ Acad::ErrorStatus AcDbText::dxfInTextFields(AcDbDxfFiler* filer) {
     Acad::ErrorStatus bad = Acad::eOk;
     Acad::ErrorStatus es = readClassItems(filer, [&](const DxfItem& item) {
         switch (item.code()) {
-            case 10: ocsPosition = item.point(); break;
-            case 11: ocsAlignment = item.point(); sawAlignment = true; break;
-            case 39: thickness_ = item.real(); break;
-            case 40: height_ = item.real(); break;
-            case 1: text_ = item.text(); break;
-            case 50: rotation_ = item.real(); break;
-            case 41: widthFactor_ = item.real(); break;
-            case 51: oblique_ = item.real(); break;
+            case 10:
+                ocsPosition = item.point();
+                break;
+            case 11:
+                ocsAlignment = item.point();
+                sawAlignment = true;
+                break;
+            case 39:
+                thickness_ = item.real();
+                break;
+            case 40:
+                height_ = item.real();
+                break;
+            case 1:
+                text_ = item.text();
+                break;
+            case 50:
+                rotation_ = item.real();
+                break;
+            case 41:
+                widthFactor_ = item.real();
+                break;
+            case 51:
+                oblique_ = item.real();
+                break;
             case 7: {
-                auto* table = AcDbSymbolTable::cast(peekObject(db ? db->textStyleTableId() : AcDbObjectId()));
+                auto* table =
+                    AcDbSymbolTable::cast(peekObject(db ? db->textStyleTableId() : AcDbObjectId()));
                 AcDbObjectId id;
-                if (!table || table->getAt(item.text().c_str(), id) != Acad::eOk) bad = Acad::eInvalidTextStyle;
-                else style_ = id;
+                if (!table || table->getAt(item.text().c_str(), id) != Acad::eOk)
+                    bad = Acad::eInvalidTextStyle;
+                else
+                    style_ = id;
                 break;
             }
             case 71: generation_ = static_cast<Adesk::Int16>(item.integer()); break;

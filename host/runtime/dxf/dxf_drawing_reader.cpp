@@ -60,12 +60,48 @@ AcGePoint3d pointOf(const Record& r, int code) {
     return {x ? x->toDouble() : 0, y ? y->toDouble() : 0, z ? z->toDouble() : 0};
 }
 
+// The groups with each point's y and z right after its x. The oldest files give the
+// coordinates of two points interleaved (10, 11, 20, 21, ...); a y or z is looked for up to
+// the next x of the same point code, a few groups on. Records laid out by subclasses
+// always keep a point's groups together, and are left as they are.
+std::vector<Group> pointsTogether(const std::vector<Group>& groups) {
+    std::vector<Group> out;
+    out.reserve(groups.size());
+    std::vector<bool> taken(groups.size(), false);
+    for (size_t i = 0; i < groups.size(); ++i) {
+        if (taken[i]) continue;
+        const Group& g = groups[i];
+        out.push_back(g);
+        if (g.code >= 1000 || rbKindOf(g.code) != RbKind::Point) continue;
+        size_t from = i + 1;
+        for (int k = 1; k <= 2; ++k) {
+            int want = g.code + 10 * k;
+            size_t j = from;
+            while (j < groups.size() && j < from + 16 &&
+                   (taken[j] ||
+                    (groups[j].code != want && groups[j].code != g.code && groups[j].code != 0)))
+                ++j;
+            if (j >= groups.size() || j >= from + 16 || groups[j].code != want) break;
+            taken[j] = true;
+            out.push_back(groups[j]);
+            from = j + 1;
+        }
+    }
+    return out;
+}
+
 // Polygon and polyface meshes (POLYLINE flags 16 and 64), which the host has no entity for.
 bool isMesh(const Record& r) {
     if (r.type() != L"POLYLINE") return false;
     for (const Group& g : r.groups)
         if (g.code == 70) return (g.toInt() & (16 | 64)) != 0;
     return false;
+}
+
+// A text style record that loads a shape file (flag 1): such records have no name.
+bool isShapeFileStyle(const Record& r) {
+    const Group* flags = find(r, 70);
+    return r.type() == L"STYLE" && flags && (flags->toInt() & 1);
 }
 
 bool isInsertArray(const Record& r) {
@@ -107,14 +143,19 @@ public:
         : file_(file), db_(db), data_(DatabaseAccess::data(db)) {}
 
     std::wstring read() {
+        // What the reader makes itself comes above every handle the file says it uses, so
+        // that no object of the file loses its handle to one made before it is read.
+        if (const HeaderVariable* seed = file_.headerVariable(L"$HANDSEED");
+            seed && !seed->groups.empty())
+            data_.handseed = std::max(data_.handseed, seed->groups.front().toHandle());
         if (auto* s = file_.section(L"CLASSES")) classes(*s);
         if (auto* s = file_.section(L"TABLES")) tables(*s);
-        ensureSpaces();   // for files without a BLOCK_RECORD table
+        ensureSpaces();  // for files without a BLOCK_RECORD table
         if (auto* s = file_.section(L"BLOCKS")) blocks(*s);
         ensureSpaces();
         if (auto* s = file_.section(L"ENTITIES")) entities(*s);
         if (auto* s = file_.section(L"OBJECTS")) objects(*s);
-        finish();   // every object of the file is in: what it lacks comes under new handles
+        finish();  // every object of the file is in: what it lacks comes under new handles
         registerApplications();
         fields();
         header();
@@ -143,12 +184,12 @@ private:
             return object;
         }
         delete made;
-        if (!entity) {   // objects are kept, as they are
+        if (!entity) {  // objects are kept, as they are
             auto* proxy = new AcDbProxyObject();
             nameProxy(*proxy, type);
             return proxy;
         }
-        if (!hasSubclassMarkers(r.groups)) {
+        if (!hasSubclassMarkers(r.groups) && !hasLayout(type)) {
             ++skipped_[type];
             return nullptr;
         }
@@ -174,7 +215,8 @@ private:
     AcDbObjectId add(AcDbObject* object, const Record& r, AcDbObjectId owner) {
         std::uint64_t fileHandle = handleOf(r);
         AcDbHandle handle;
-        if (AcDbStub* stub = fileHandle ? DatabaseAccess::findStub(db_, AcDbHandle(fileHandle)) : nullptr;
+        if (AcDbStub* stub =
+                fileHandle ? DatabaseAccess::findStub(db_, AcDbHandle(fileHandle)) : nullptr;
             fileHandle && (!stub || !stub->object))
             handle = AcDbHandle(fileHandle);
         AcDbObjectId id;
@@ -204,14 +246,39 @@ private:
 
     void tables(const Section& s) {
         AcDbObjectId table;
-        for (const Record& r : s.records) {
+        std::vector<AcDbObjectId>* kept = nullptr;  // a table kept as it is
+        for (size_t i = 0; i < s.records.size(); ++i) {
+            const Record& r = s.records[i];
             if (r.type() == L"TABLE") {
                 table = tableNamed(r);
+                // (an empty one is written as the writer writes it, as if it were absent)
+                bool empty = i + 1 >= s.records.size() || s.records[i + 1].type() == L"ENDTAB";
+                kept = table.isNull() && !empty ? keptTable(r) : nullptr;
                 continue;
             }
-            if (r.type() == L"ENDTAB" || table.isNull()) continue;   // a table the host does not keep
-            record(r, table);
+            if (r.type() == L"ENDTAB") {
+                table = {};
+                kept = nullptr;
+            } else if (kept && !kept->empty()) {
+                auto* proxy = new AcDbProxyObject();
+                nameProxy(*proxy, r.type());
+                kept->push_back(add(proxy, r, kept->front()));
+            } else if (!table.isNull()) {
+                record(r, table);
+            }
         }
+    }
+
+    // A table the host has no classes for, kept with its records as they are, to be
+    // written back in its place. Null for a table given twice or without a name.
+    std::vector<AcDbObjectId>* keptTable(const Record& r) {
+        std::wstring name = kelvo::drawing::upperName(text(r, 2));
+        if (name.empty() || data_.keptTables.count(name)) return nullptr;
+        auto* proxy = new AcDbProxyObject();
+        nameProxy(*proxy, L"TABLE");
+        std::vector<AcDbObjectId>& kept = data_.keptTables[name];
+        kept.push_back(add(proxy, r, AcDbObjectId()));
+        return &kept;
     }
 
     // The database's table a TABLE record starts, made with the file's handle when the
@@ -222,7 +289,7 @@ private:
         AcDbObjectId table = tableId(kind);
         if (table.isNull() || !peekObject(table)) {
             table = add(newTable(kind), r, AcDbObjectId());
-            pending_.pop_back();   // the table object has no fields of its own to read
+            pending_.pop_back();  // the table object has no fields of its own to read
             kelvo::drawing::setTableId(db_, kind, table);
         }
         if (std::uint64_t h = handleOf(r)) ids_[h] = table;
@@ -231,23 +298,34 @@ private:
 
     AcDbObjectId tableId(TableKind kind) const {
         switch (kind) {
-            case TableKind::Block: return data_.blockTable;
-            case TableKind::Layer: return data_.layerTable;
-            case TableKind::TextStyle: return data_.textStyleTable;
-            case TableKind::Linetype: return data_.linetypeTable;
-            case TableKind::RegApp: return data_.regAppTable;
-            case TableKind::NamedObjects: break;
+            case TableKind::Block:
+                return data_.blockTable;
+            case TableKind::Layer:
+                return data_.layerTable;
+            case TableKind::TextStyle:
+                return data_.textStyleTable;
+            case TableKind::Linetype:
+                return data_.linetypeTable;
+            case TableKind::RegApp:
+                return data_.regAppTable;
+            case TableKind::NamedObjects:
+                break;
         }
         return data_.namedObjects;
     }
 
     static AcDbObject* newTable(TableKind kind) {
         switch (kind) {
-            case TableKind::Block: return new AcDbBlockTable();
-            case TableKind::Layer: return new AcDbLayerTable();
-            case TableKind::TextStyle: return new AcDbTextStyleTable();
-            case TableKind::Linetype: return new AcDbLinetypeTable();
-            default: return new AcDbRegAppTable();
+            case TableKind::Block:
+                return new AcDbBlockTable();
+            case TableKind::Layer:
+                return new AcDbLayerTable();
+            case TableKind::TextStyle:
+                return new AcDbTextStyleTable();
+            case TableKind::Linetype:
+                return new AcDbLinetypeTable();
+            default:
+                return new AcDbRegAppTable();
         }
     }
 
@@ -261,7 +339,8 @@ private:
             table->close();
             kelvo::drawing::setTableId(db_, TableKind::Block, id);
         }
-        for (auto [name, slot] : {std::pair{ACDB_MODEL_SPACE, &data_.modelSpace}, std::pair{ACDB_PAPER_SPACE, &data_.paperSpace}}) {
+        for (auto [name, slot] : {std::pair{ACDB_MODEL_SPACE, &data_.modelSpace},
+                                  std::pair{ACDB_PAPER_SPACE, &data_.paperSpace}}) {
             if (peekObject(*slot)) continue;
             synthetic_.push_back(Record{{Group{0, L"BLOCK_RECORD", 0}}});
             *slot = record(synthetic_.back(), data_.blockTable, name);
@@ -278,9 +357,9 @@ private:
     AcDbObjectId record(const Record& r, AcDbObjectId tableId, const std::wstring& givenName = {}) {
         std::wstring name = givenName.empty() ? text(r, 2) : givenName;
         auto* table = AcDbSymbolTable::cast(peekObject(tableId));
-        if (!table || name.empty()) return {};
+        if (!table || (name.empty() && !isShapeFileStyle(r))) return {};
         AcDbObjectId existing;
-        if (table->getAt(name.c_str(), existing) == Acad::eOk) {
+        if (!name.empty() && table->getAt(name.c_str(), existing) == Acad::eOk) {
             note(r, existing, tableId);
             return existing;
         }
@@ -290,7 +369,7 @@ private:
             delete object;
             return {};
         }
-        rec->setName(name.c_str());
+        if (!name.empty()) rec->setName(name.c_str());
         AcDbObjectId id = add(object, r, tableId);
         ObjectAccess::records(*table).append(id);
         return id;
@@ -354,8 +433,8 @@ private:
     size_t entity(const Section& s, size_t i, AcDbObjectId block) {
         const Record& r = s.records[i];
         AcDbObjectId id;
-        if (isMesh(r)) {   // its vertices are faces and corners, not a path: not kept
-            ++skipped_[L"POLYLINE (mesh)"];
+        if (isMesh(r)) {  // its vertices are faces and corners, not a path
+            return meshKept(s, i, block);
         } else if (AcDbObject* object = make(r, true)) {
             if (!AcDbEntity::cast(object)) {
                 delete object;
@@ -370,17 +449,62 @@ private:
         }
         bool hasFollowers = r.type() == L"POLYLINE" || (r.type() == L"INSERT" && find(r, 66));
         if (!hasFollowers) return i;
-        while (i + 1 < s.records.size()) {
-            // Only a vertex, an attribute or the end marker follows; any other record is
-            // the next entity of a file that left out SEQEND, and is read as one.
-            const Record& sub = s.records[i + 1];
-            if (sub.type() != L"VERTEX" && sub.type() != L"ATTRIB" && sub.type() != L"SEQEND")
-                break;
-            ++i;
+        bool ended = false;
+        while (i + 1 < s.records.size() && isFollower(s.records[i + 1].type())) {
+            const Record& sub = s.records[++i];
             subEntity(sub, id);
-            if (sub.type() == L"SEQEND") break;
+            if ((ended = sub.type() == L"SEQEND")) break;
         }
+        if (!ended) endMarker(id);
         return i;
+    }
+
+    static bool isFollower(const std::wstring& type) {
+        return type == L"VERTEX" || type == L"ATTRIB" || type == L"SEQEND";
+    }
+
+    // The end marker a polyline or an insert with attributes has, when the file gave none.
+    void endMarker(AcDbObjectId ownerId) {
+        AcDbObject* owner = peekObject(ownerId);
+        auto* ref = owner ? AcDbBlockReference::cast(owner) : nullptr;
+        auto* pl = owner ? AcDb2dPolyline::cast(owner) : nullptr;
+        if (!ref && !pl) return;
+        AcDbObjectId& slot = ref ? ObjectAccess::seqend(*ref) : ObjectAccess::seqend(*pl);
+        if (!slot.isNull()) return;
+        auto* end = new AcDbSequenceEnd();
+        AcDbObjectId id;
+        if (kelvo::drawing::addObject(db_, end, id) != Acad::eOk) {
+            delete end;
+            return;
+        }
+        ObjectAccess::setOwner(*end, ownerId);
+        ObjectAccess::layer(*end) = ObjectAccess::layer(*AcDbEntity::cast(owner));
+        end->close();
+        slot = id;
+    }
+
+    // A polygon or polyface mesh, which the host has no entity for: the polyline, its
+    // vertices and its end marker kept as they are, one after the other in the block (the
+    // vertices owned by the polyline). Returns the index of its last record.
+    size_t meshKept(const Section& s, size_t i, AcDbObjectId block) {
+        auto* owner = AcDbBlockTableRecord::cast(peekObject(block));
+        AcDbObjectId mesh;
+        for (size_t first = i; i < s.records.size(); ++i) {
+            const Record& r = s.records[i];
+            if (i > first && r.type() != L"VERTEX" && r.type() != L"SEQEND") return i - 1;
+            auto* proxy = new AcDbProxyEntity();
+            nameProxy(*proxy, r.type());
+            if (!owner) {
+                delete proxy;
+            } else {
+                AcDbObjectId id = add(proxy, r, i == first ? block : mesh);
+                ObjectAccess::entities(*owner).append(id);
+                if (i == first) mesh = id;
+            }
+            if (r.type() == L"SEQEND") break;
+        }
+        ++proxies_[L"POLYLINE (mesh)"];
+        return std::min(i, s.records.size() - 1);
     }
 
     // An attribute, vertex or end marker of the entity `ownerId` (skipped with it when it
@@ -389,7 +513,7 @@ private:
         AcDbObject* owner = peekObject(ownerId);
         auto* ref = owner ? AcDbBlockReference::cast(owner) : nullptr;
         auto* pl = owner ? AcDb2dPolyline::cast(owner) : nullptr;
-        if (!owner) return;   // its entity was skipped, and said so
+        if (!owner) return;  // its entity was skipped, and said so
         if (!ref && !pl) {
             if (r.type() != L"SEQEND") ++skipped_[r.type()];
             return;
@@ -423,7 +547,7 @@ private:
             }
             AcDbObject* object = make(r, false);
             if (!object) continue;
-            if (AcDbEntity::cast(object)) {   // an entity where objects belong
+            if (AcDbEntity::cast(object)) {  // an entity where objects belong
                 delete object;
                 ++skipped_[r.type()];
                 continue;
@@ -464,11 +588,13 @@ private:
             AcDbObject* object = nullptr;
             if (acdbOpenObject(object, p.id, AcDb::kForWrite) != Acad::eOk) continue;
             std::vector<Group> groups(p.record->groups.begin() + 1, p.record->groups.end());
+            if (!hasSubclassMarkers(groups)) groups = pointsTogether(groups);
             groups = withSubclassMarkers(p.record->type(), groups);
             DxfInFiler filer(&db_, groups, 0, resolve);
             filer.setStopsAtExtendedData(p.record->type() != L"XRECORD");
             Acad::ErrorStatus es = object->dxfIn(&filer);
-            if (!p.owner.isNull() || object->ownerId().isNull()) ObjectAccess::setOwner(*object, p.owner);
+            if (!p.owner.isNull() || object->ownerId().isNull())
+                ObjectAccess::setOwner(*object, p.owner);
             object->close();
             if (es != Acad::eOk) ++partly_[p.record->type()];
         }
@@ -478,7 +604,7 @@ private:
     void header() {
         for (const HeaderVariable& v : file_.header()) {
             auto current = kelvo::drawing::getHeaderVariable(db_, v.name);
-            if (v.name == L"$HANDSEED" && !v.groups.empty()) {   // new objects go above it
+            if (v.name == L"$HANDSEED" && !v.groups.empty()) {  // new objects go above it
                 data_.handseed = std::max(data_.handseed, v.groups.front().toHandle());
                 continue;
             }
@@ -486,18 +612,26 @@ private:
             const Group& g = v.groups.front();
             kelvo::drawing::HeaderValue value;
             switch (current->index()) {
-                case 0: value = g.toDouble(); break;
-                case 1: value = static_cast<int>(g.toInt()); break;
+                case 0:
+                    value = g.toDouble();
+                    break;
+                case 1:
+                    value = static_cast<int>(g.toInt());
+                    break;
                 case 3: {
                     double xyz[3] = {0, 0, 0};
                     for (const Group& c : v.groups)
-                        if (c.code % 10 == 0 && c.code >= 10 && c.code <= 30) xyz[c.code / 10 - 1] = c.toDouble();
+                        if (c.code % 10 == 0 && c.code >= 10 && c.code <= 30)
+                            xyz[c.code / 10 - 1] = c.toDouble();
                     value = AcGePoint3d(xyz[0], xyz[1], xyz[2]);
                     break;
                 }
-                default: value = g.text; break;
+                default:
+                    value = g.text;
+                    break;
             }
-            kelvo::drawing::setHeaderVariable(db_, v.name, value);   // a record it lacks: kept as it was
+            kelvo::drawing::setHeaderVariable(db_, v.name,
+                                              value);  // a record it lacks: kept as it was
         }
     }
 
@@ -525,8 +659,8 @@ private:
     const DxfFile& file_;
     AcDbDatabase& db_;
     DatabaseData& data_;
-    std::map<std::wstring, CustomClass> customClasses_;    // by DXF name
-    std::map<std::uint64_t, AcDbObjectId> ids_;            // file handle -> id
+    std::map<std::wstring, CustomClass> customClasses_;  // by DXF name
+    std::map<std::uint64_t, AcDbObjectId> ids_;          // file handle -> id
     std::vector<Pending> pending_;
     std::map<std::wstring, int> skipped_, proxies_, partly_;
     std::deque<Record> synthetic_;

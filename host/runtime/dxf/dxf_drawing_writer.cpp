@@ -21,6 +21,7 @@
 #include "runtime/drawing/proxy_data.h"
 #include "runtime/dxf/dxf_error.h"
 #include "runtime/dxf/dxf_file_filer.h"
+#include "runtime/render/proxy_graphics.h"
 #include "utf8.h"
 
 namespace kelvo::host::dxf {
@@ -33,8 +34,11 @@ using kelvo::drawing::ObjectAccess;
 class DrawingWriter {
 public:
     DrawingWriter(const AcDbDatabase& db, std::string& out)
-        : db_(db), data_(DatabaseAccess::data(db)), codec_(TextCodec::codePage("ANSI_1252")),
-          w_(out, codec_, true), filer_(const_cast<AcDbDatabase*>(&db), w_) {
+        : db_(db),
+          data_(DatabaseAccess::data(db)),
+          codec_(TextCodec::codePage("ANSI_1252")),
+          w_(out, codec_, true),
+          filer_(const_cast<AcDbDatabase*>(&db), w_) {
         // Handles for what has no object here come right after the last one in use, so
         // that a file read and written again gives them the same handles.
         for (auto& [handle, stub] : data_.stubs)
@@ -43,7 +47,8 @@ public:
 
     void write() {
         collect();
-        std::uint64_t seedAfter = std::max<std::uint64_t>(data_.handseed, nextHandle_ + reservedHandles());
+        std::uint64_t seedAfter =
+            std::max<std::uint64_t>(data_.handseed, nextHandle_ + reservedHandles());
         header(seedAfter);
         classes();
         tables();
@@ -57,7 +62,7 @@ private:
     // Handles written for things the database has no object for: the tables it does not
     // keep, and the markers of blocks that have none.
     std::uint64_t reservedHandles() const {
-        std::uint64_t n = 9;   // at most every table
+        std::uint64_t n = 9;  // at most every table
         if (auto* table = AcDbSymbolTable::cast(kelvo::drawing::peekObject(data_.blockTable)))
             for (auto& id : ObjectAccess::records(*table))
                 if (AcDbBlockTableRecord::cast(kelvo::drawing::peekObject(id))) n += 2;
@@ -72,9 +77,11 @@ private:
 
     // The objects that are neither entities nor tables nor records, and the classes used.
     void collect() {
+        std::set<AcDbObjectId> inTables;
+        for (auto& [name, ids] : data_.keptTables) inTables.insert(ids.begin(), ids.end());
         for (auto& [handle, stub] : data_.stubs) {
             AcDbObject* o = stub->object;
-            if (!o || o->isErased()) continue;
+            if (!o || o->isErased() || inTables.count(o->objectId())) continue;
             noteClass(*o);
             if (AcDbEntity::cast(o)) continue;
             if (AcDbSymbolTable::cast(o) || AcDbSymbolTableRecord::cast(o)) continue;
@@ -92,9 +99,11 @@ private:
             return;
         }
         AcRxClass* cls = o.isA();
-        if (!cls || kelvo::drawing::isBuiltinClass(cls) || !cls->dxfName() || !*cls->dxfName()) return;
+        if (!cls || kelvo::drawing::isBuiltinClass(cls) || !cls->dxfName() || !*cls->dxfName())
+            return;
         CustomClass& c = custom_[cls->dxfName()];
-        c = {cls->name(), cls->appName() ? cls->appName() : L"", cls->proxyFlags(), entity, c.count + 1};
+        c = {cls->name(), cls->appName() ? cls->appName() : L"", cls->proxyFlags(), entity,
+             c.count + 1};
     }
 
     void header(std::uint64_t seed) {
@@ -104,9 +113,14 @@ private:
         w_.string(9, L"$DWGCODEPAGE");
         w_.string(3, L"ANSI_1252");
         for (const auto& v : kelvo::drawing::headerVariables(db_)) {
-            if (v.name == L"$ACADVER" || v.name == L"$DWGCODEPAGE" || v.name == L"$HANDSEED") continue;
+            if (v.name == L"$ACADVER" || v.name == L"$DWGCODEPAGE" || v.name == L"$HANDSEED")
+                continue;
             w_.string(9, v.name);
             std::visit([&](const auto& value) { headerValue(v.code, value); }, v.value);
+        }
+        if (!kelvo::drawing::getHeaderVariable(db_, L"$PROXYGRAPHICS")) {  // they are written
+            w_.string(9, L"$PROXYGRAPHICS");
+            w_.integer(70, 1);
         }
         w_.string(9, L"$HANDSEED");
         w_.handle(5, seed);
@@ -119,8 +133,10 @@ private:
     void headerValue(int code, const AcDbObjectId& id) {
         // Records are named by their names, other objects by their handles.
         auto* r = AcDbSymbolTableRecord::cast(kelvo::drawing::peekObject(id));
-        if (r) w_.string(code, r->name());
-        else w_.handle(code, id.isNull() ? 0 : id.handle().value());
+        if (r)
+            w_.string(code, r->name());
+        else
+            w_.handle(code, id.isNull() ? 0 : id.handle().value());
     }
 
     void classes() {
@@ -151,10 +167,20 @@ private:
                            toUtf8(acadErrorStatusText(es)) + ")");
     }
 
+    // A table kept as it was read: its own record, its records, its end.
+    bool keptTable(const wchar_t* name) {
+        auto it = data_.keptTables.find(name);
+        if (it == data_.keptTables.end() || it->second.empty()) return false;
+        for (const AcDbObjectId& id : it->second)
+            if (auto* o = kelvo::drawing::peekObject(id); o && !o->isErased()) object(*o);
+        w_.string(0, L"ENDTAB");
+        return true;
+    }
+
     void table(const wchar_t* name, AcDbObjectId tableId) {
-        AcDbSymbolTable* t = tableId.isNull()
-                                 ? nullptr
-                                 : AcDbSymbolTable::cast(kelvo::drawing::peekObject(tableId));
+        if (tableId.isNull() && keptTable(name)) return;
+        AcDbSymbolTable* t =
+            tableId.isNull() ? nullptr : AcDbSymbolTable::cast(kelvo::drawing::peekObject(tableId));
         AcDbObjectIdArray records = t ? ObjectAccess::records(*t) : AcDbObjectIdArray();
         w_.string(0, L"TABLE");
         w_.string(2, name);
@@ -165,7 +191,7 @@ private:
         for (auto& id : records)
             if (auto* r = kelvo::drawing::peekObject(id); r && !r->isErased()) ++live;
         w_.integer(70, live);
-        if (std::wstring_view(name) == L"DIMSTYLE") {   // its table has a subclass of its own
+        if (std::wstring_view(name) == L"DIMSTYLE") {  // its table has a subclass of its own
             w_.string(100, L"AcDbDimStyleTable");
             w_.integer(71, 0);
         }
@@ -188,9 +214,22 @@ private:
         endSection();
     }
 
+    // Whether an entity is of a class a module brought (not a proxy, not the host's).
+    static bool isCustom(const AcDbEntity& e) {
+        AcRxClass* cls = e.isA();
+        return !ObjectAccess::proxy(e) && cls && !kelvo::drawing::isBuiltinClass(cls);
+    }
+
     // An entity, then its attributes or vertices and their end marker, in their order.
+    // An entity of a module's class carries what it draws as proxy graphics.
     void entityWithSubEntities(AcDbEntity& e) {
+        if (isCustom(e)) {
+            ++ObjectAccess::readersRef(e);
+            filer_.setProxyGraphics(kelvo::host::render::proxyGraphicsOf(e));
+            --ObjectAccess::readersRef(e);
+        }
         object(e);
+        filer_.setProxyGraphics({});
         AcDbObjectIdArray subs;
         AcDbObjectId end;
         if (auto* ref = AcDbBlockReference::cast(&e)) {
@@ -203,7 +242,8 @@ private:
         if (subs.isEmpty()) return;
         subs.append(end);
         for (const AcDbObjectId& id : subs)
-            if (auto* sub = AcDbEntity::cast(kelvo::drawing::peekObject(id)); sub && !sub->isErased())
+            if (auto* sub = AcDbEntity::cast(kelvo::drawing::peekObject(id));
+                sub && !sub->isErased())
                 object(*sub);
     }
 
@@ -240,11 +280,15 @@ private:
             for (auto& id : ObjectAccess::records(*table)) {
                 auto* block = AcDbBlockTableRecord::cast(kelvo::drawing::peekObject(id));
                 if (!block || block->isErased()) continue;
-                if (auto* begin = kelvo::drawing::peekObject(ObjectAccess::blockBegin(*block))) object(*begin);
-                else blockMarker(L"BLOCK", *block);
+                if (auto* begin = kelvo::drawing::peekObject(ObjectAccess::blockBegin(*block)))
+                    object(*begin);
+                else
+                    blockMarker(L"BLOCK", *block);
                 if (id != data_.modelSpace && id != data_.paperSpace) blockEntities(*block);
-                if (auto* end = kelvo::drawing::peekObject(ObjectAccess::blockEnd(*block))) object(*end);
-                else blockMarker(L"ENDBLK", *block);
+                if (auto* end = kelvo::drawing::peekObject(ObjectAccess::blockEnd(*block)))
+                    object(*end);
+                else
+                    blockMarker(L"ENDBLK", *block);
             }
         endSection();
     }
@@ -281,7 +325,7 @@ private:
         bool entity = false;
         int count = 0;
     };
-    std::map<std::wstring, CustomClass> custom_;   // by DXF name
+    std::map<std::wstring, CustomClass> custom_;  // by DXF name
 };
 
 }  // namespace

@@ -41,26 +41,49 @@ public:
     bool atEndOfObject() override { return atEOF(); }
 
     Acad::ErrorStatus writeItem(const resbuf&) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeObjectId(AcDb::DxfCode, const AcDbObjectId&) override { return Acad::eIsReading; }
+    Acad::ErrorStatus writeObjectId(AcDb::DxfCode, const AcDbObjectId&) override {
+        return Acad::eIsReading;
+    }
     Acad::ErrorStatus writeInt8(AcDb::DxfCode, Adesk::Int8) override { return Acad::eIsReading; }
     Acad::ErrorStatus writeString(AcDb::DxfCode, const ACHAR*) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeBChunk(AcDb::DxfCode, const ads_binary&) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeAcDbHandle(AcDb::DxfCode, const AcDbHandle&) override { return Acad::eIsReading; }
+    Acad::ErrorStatus writeBChunk(AcDb::DxfCode, const ads_binary&) override {
+        return Acad::eIsReading;
+    }
+    Acad::ErrorStatus writeAcDbHandle(AcDb::DxfCode, const AcDbHandle&) override {
+        return Acad::eIsReading;
+    }
     Acad::ErrorStatus writeInt64(AcDb::DxfCode, Adesk::Int64) override { return Acad::eIsReading; }
     Acad::ErrorStatus writeInt32(AcDb::DxfCode, Adesk::Int32) override { return Acad::eIsReading; }
     Acad::ErrorStatus writeInt16(AcDb::DxfCode, Adesk::Int16) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeUInt32(AcDb::DxfCode, Adesk::UInt32) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeUInt16(AcDb::DxfCode, Adesk::UInt16) override { return Acad::eIsReading; }
+    Acad::ErrorStatus writeUInt32(AcDb::DxfCode, Adesk::UInt32) override {
+        return Acad::eIsReading;
+    }
+    Acad::ErrorStatus writeUInt16(AcDb::DxfCode, Adesk::UInt16) override {
+        return Acad::eIsReading;
+    }
     Acad::ErrorStatus writeUInt8(AcDb::DxfCode, Adesk::UInt8) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeBoolean(AcDb::DxfCode, Adesk::Boolean) override { return Acad::eIsReading; }
+    Acad::ErrorStatus writeBoolean(AcDb::DxfCode, Adesk::Boolean) override {
+        return Acad::eIsReading;
+    }
     Acad::ErrorStatus writeBool(AcDb::DxfCode, bool) override { return Acad::eIsReading; }
     Acad::ErrorStatus writeDouble(AcDb::DxfCode, double, int) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writePoint2d(AcDb::DxfCode, const AcGePoint2d&, int) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writePoint3d(AcDb::DxfCode, const AcGePoint3d&, int) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeVector2d(AcDb::DxfCode, const AcGeVector2d&, int) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeVector3d(AcDb::DxfCode, const AcGeVector3d&, int) override { return Acad::eIsReading; }
-    Acad::ErrorStatus writeScale3d(AcDb::DxfCode, const AcGeScale3d&, int) override { return Acad::eIsReading; }
+    Acad::ErrorStatus writePoint2d(AcDb::DxfCode, const AcGePoint2d&, int) override {
+        return Acad::eIsReading;
+    }
+    Acad::ErrorStatus writePoint3d(AcDb::DxfCode, const AcGePoint3d&, int) override {
+        return Acad::eIsReading;
+    }
+    Acad::ErrorStatus writeVector2d(AcDb::DxfCode, const AcGeVector2d&, int) override {
+        return Acad::eIsReading;
+    }
+    Acad::ErrorStatus writeVector3d(AcDb::DxfCode, const AcGeVector3d&, int) override {
+        return Acad::eIsReading;
+    }
+    Acad::ErrorStatus writeScale3d(AcDb::DxfCode, const AcGeScale3d&, int) override {
+        return Acad::eIsReading;
+    }
     bool includesDefaultValues() const override { return true; }
+    bool objectGroupTexts(std::vector<AcDbDxfGroupText>& groups) const override;
 
     // Whether groups from 1000 on are extended data, which readItem gives only after
     // atExtendedData (yes, except for records whose data may use any code: XRECORD).
@@ -72,7 +95,7 @@ public:
 private:
     AcDbDatabase* db_;
     const std::vector<Group>& groups_;
-    size_t first_, pos_, last_;   // last_: where the last item read started
+    size_t first_, pos_, last_;  // last_: where the last item read started
     HandleResolver resolve_;
     Acad::ErrorStatus status_ = Acad::eOk;
     bool inExtendedData_ = false;
@@ -117,17 +140,25 @@ public:
     Acad::ErrorStatus writeVector3d(AcDb::DxfCode code, const AcGeVector3d& val, int prec) override;
     Acad::ErrorStatus writeScale3d(AcDb::DxfCode code, const AcGeScale3d& val, int prec) override;
     bool includesDefaultValues() const override { return true; }
+    Acad::ErrorStatus writeGroupText(int code, const std::wstring& text) override;
 
     // Entities written while this is set are marked as paper space's (group 67).
     void setPaperSpace(bool paper) { paperSpace_ = paper; }
+    // The proxy graphics of the next entity written: its size (92) and its data (310)
+    // go at the end of its common entity part, before its next subclass marker.
+    void setProxyGraphics(std::vector<std::uint8_t> graphics) { graphics_ = std::move(graphics); }
 
 private:
+    void writeProxyGraphics();
+
     Acad::ErrorStatus integer(int code, std::int64_t value);
 
     AcDbDatabase* db_;
     Writer& w_;
     Acad::ErrorStatus status_ = Acad::eOk;
     bool paperSpace_ = false;
+    bool inEntityPart_ = false;
+    std::vector<std::uint8_t> graphics_;
 };
 
 }  // namespace kelvo::host::dxf

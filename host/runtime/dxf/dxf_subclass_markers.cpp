@@ -18,20 +18,26 @@ struct ClassPart {
 };
 
 struct Layout {
-    bool entity;                    // has the AcDbEntity part
-    std::vector<ClassPart> parts;   // in file order
+    bool entity;                   // has the AcDbEntity part
+    std::vector<ClassPart> parts;  // in file order
 };
 
 // Codes of the AcDbObject part (handle, reactors, owner) and of the AcDbEntity part.
-bool isObjectCode(int code) { return code == 5 || code == 105 || code == 102 || code == 330 || code == 360; }
+bool isObjectCode(int code) {
+    return code == 5 || code == 105 || code == 102 || code == 330 || code == 360;
+}
 bool isEntityCode(int code) {
-    static const std::set<int> kCodes = {8, 6, 62, 67, 370, 48, 60, 420, 430, 440, 410, 347, 284, 390};
+    static const std::set<int> kCodes = {8,   6,   62,  67,  370, 48,  60,
+                                         420, 430, 440, 410, 347, 284, 390};
     return kCodes.contains(code);
 }
 
-const std::set<int> kTextCodes = {1, 7, 10, 20, 30, 11, 21, 31, 39, 40, 41, 50, 51, 71, 72, 210, 220, 230};
+const std::set<int> kTextCodes = {1,  7,  10, 20, 30, 11, 21,  31,  39,
+                                  40, 41, 50, 51, 71, 72, 210, 220, 230};
 
-Layout entityOf(std::vector<ClassPart> parts) { return {true, std::move(parts)}; }
+Layout entityOf(std::vector<ClassPart> parts) {
+    return {true, std::move(parts)};
+}
 Layout recordOf(const wchar_t* marker) {
     return {false, {{L"AcDbSymbolTableRecord", {}}, {marker, {}, true}}};
 }
@@ -49,6 +55,9 @@ const std::map<std::wstring, Layout>& layouts() {
         {L"POLYLINE", entityOf({{L"AcDb2dPolyline", {}, true}})},
         {L"VERTEX", entityOf({{L"AcDbVertex", {}}, {L"AcDb2dVertex", {}, true}})},
         {L"3DFACE", entityOf({{L"AcDbFace", {}, true}})},
+        {L"SOLID", entityOf({{L"AcDbTrace", {}, true}})},
+        {L"DIMENSION", entityOf({{L"AcDbDimension", {}, true}})},
+        {L"VIEWPORT", entityOf({{L"AcDbViewport", {}, true}})},
         {L"SEQEND", entityOf({})},
         {L"BLOCK", entityOf({{L"AcDbBlockBegin", {}, true}})},
         {L"ENDBLK", entityOf({{L"AcDbBlockEnd", {}, true}})},
@@ -61,7 +70,9 @@ const std::map<std::wstring, Layout>& layouts() {
     return list;
 }
 
-Group marker(const wchar_t* name, int line) { return Group{100, name, line}; }
+Group marker(const wchar_t* name, int line) {
+    return Group{100, name, line};
+}
 
 // 3D polylines are read as 2D ones (the vertex keeps its Z).
 std::wstring renamed(const std::wstring& text) {
@@ -83,6 +94,10 @@ int partOf(const Layout& layout, int code) {
 
 }  // namespace
 
+bool hasLayout(const std::wstring& type) {
+    return layouts().contains(type);
+}
+
 bool hasSubclassMarkers(const std::vector<Group>& groups) {
     return std::any_of(groups.begin(), groups.end(), [](const Group& g) { return g.code == 100; });
 }
@@ -101,9 +116,12 @@ std::vector<Group> withSubclassMarkers(const std::wstring& type, const std::vect
     std::vector<Group> out, entity;
     std::vector<std::vector<Group>> parts(layout.parts.size());
     for (const Group& g : groups) {
-        if (isObjectCode(g.code)) out.push_back(g);
-        else if (layout.entity && isEntityCode(g.code)) entity.push_back(g);
-        else if (int part = partOf(layout, g.code); part >= 0) parts[part].push_back(g);
+        if (isObjectCode(g.code))
+            out.push_back(g);
+        else if (layout.entity && isEntityCode(g.code))
+            entity.push_back(g);
+        else if (int part = partOf(layout, g.code); part >= 0)
+            parts[part].push_back(g);
     }
     if (layout.entity) {
         out.push_back(marker(L"AcDbEntity", line));

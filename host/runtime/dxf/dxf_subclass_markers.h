@@ -16,6 +16,9 @@ namespace kelvo::host::dxf {
 // ("LINE", "LAYER" ...). Types the host has no layout for come back unchanged.
 std::vector<Group> withSubclassMarkers(const std::wstring& type, const std::vector<Group>& groups);
 
+// Whether records of a type without markers are given them (they can then be kept).
+bool hasLayout(const std::wstring& type);
+
 // Whether a record (its groups after group 0) carries any subclass marker.
 bool hasSubclassMarkers(const std::vector<Group>& groups);
 

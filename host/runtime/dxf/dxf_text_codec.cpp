@@ -96,12 +96,18 @@ long hexAt(std::wstring_view text, size_t i, size_t count) {
 // The code page of a \M+n escape's n.
 const char* mbcsCodePage(wchar_t n) {
     switch (n) {
-        case L'1': return "CP932";
-        case L'2': return "CP950";
-        case L'3': return "CP949";
-        case L'4': return "JOHAB";
-        case L'5': return "CP936";
-        default: return nullptr;
+        case L'1':
+            return "CP932";
+        case L'2':
+            return "CP950";
+        case L'3':
+            return "CP949";
+        case L'4':
+            return "JOHAB";
+        case L'5':
+            return "CP936";
+        default:
+            return nullptr;
     }
 }
 
@@ -129,7 +135,13 @@ void appendUnicodeEscape(char32_t c, std::string& out) {
     out += esc;
 }
 
-bool caretDecodes(wchar_t c) { return (c >= L'@' && c <= L'_') || c == L' '; }
+bool caretDecodes(wchar_t c) {
+    return (c >= L'@' && c <= L'_') || c == L' ';
+}
+
+// "^@" (the character 0) cannot live in a string that ends at its first 0: it is read as
+// the visible symbol for it, which is written back as "^@".
+constexpr wchar_t kNullSymbol = 0x2400;
 
 }  // namespace
 
@@ -163,7 +175,9 @@ std::wstring resolveEscapes(std::wstring_view text) {
         }
         if (c == L'^' && i + 1 < text.size() && caretDecodes(text[i + 1])) {
             wchar_t next = text[++i];
-            out += next == L' ' ? L'^' : static_cast<wchar_t>(next - L'@');
+            out += next == L' '   ? L'^'
+                   : next == L'@' ? kNullSymbol
+                                  : static_cast<wchar_t>(next - L'@');
             continue;
         }
         out += c;
@@ -174,13 +188,13 @@ std::wstring resolveEscapes(std::wstring_view text) {
 std::wstring caretEncode(std::wstring_view text) {
     std::wstring out;
     out.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        wchar_t c = text[i];
+    for (wchar_t c : text) {
         if (c >= 0 && c < 0x20) {
             out += L'^';
             out += static_cast<wchar_t>(c + L'@');
-        } else if (c == L'^' && i + 1 < text.size() &&
-                   (caretDecodes(text[i + 1]) || (text[i + 1] >= 0 && text[i + 1] < 0x20))) {
+        } else if (c == kNullSymbol) {
+            out += L"^@";
+        } else if (c == L'^') {  // a caret of the text itself, always as the pair
             out += L"^ ";
         } else {
             out += c;
@@ -213,7 +227,7 @@ TextCodec TextCodec::codePage(std::string_view name) {
     std::string page = iconvName(s->name);
     s->in = std::make_unique<Iconv>("WCHAR_T", page.c_str());
     s->out = std::make_unique<Iconv>(page.c_str(), "WCHAR_T");
-    if (!s->in->ok() || !s->out->ok()) {   // a code page iconv does not know: Windows Latin
+    if (!s->in->ok() || !s->out->ok()) {  // a code page iconv does not know: Windows Latin
         s->in = std::make_unique<Iconv>("WCHAR_T", "CP1252");
         s->out = std::make_unique<Iconv>("CP1252", "WCHAR_T");
     }
@@ -226,8 +240,12 @@ TextCodec TextCodec::forDrawing(std::string_view acadver, std::string_view codep
     return codePage(codepage);
 }
 
-bool TextCodec::isUtf8() const { return state_->utf8; }
-const std::string& TextCodec::name() const { return state_->name; }
+bool TextCodec::isUtf8() const {
+    return state_->utf8;
+}
+const std::string& TextCodec::name() const {
+    return state_->name;
+}
 
 std::wstring TextCodec::decode(std::string_view bytes) const {
     std::wstring text;
