@@ -232,14 +232,18 @@ private:
         filer_.setProxyGraphics({});
         AcDbObjectIdArray subs;
         AcDbObjectId end;
+        bool isPolyline = false;
         if (auto* ref = AcDbBlockReference::cast(&e)) {
             subs = ObjectAccess::attributes(*ref);
             end = ObjectAccess::seqend(*ref);
         } else if (auto* pl = AcDb2dPolyline::cast(&e)) {
             subs = ObjectAccess::vertices(*pl);
             end = ObjectAccess::seqend(*pl);
+            isPolyline = true;
         }
-        if (subs.isEmpty()) return;
+        // A polyline always says that followers come (66), so it always ends with its
+        // marker, vertices or not; an insert has one only after attributes.
+        if (subs.isEmpty() && !isPolyline) return;
         subs.append(end);
         for (const AcDbObjectId& id : subs)
             if (auto* sub = AcDbEntity::cast(kelvo::drawing::peekObject(id));
