@@ -43,21 +43,40 @@ SymbolTable& symbolTable() {
 
 }  // namespace
 
-// Conses held only here are taken apart with a stack instead of by recursion, so that
+namespace {
+
+bool heldOnlyHere(const Value& v) {
+    return v.isCons() && v.object().use_count() == 1;
+}
+
+// Releases a list held only by `node`, of any length or depth, without recursion and
+// without allocating (this runs in destructors, where running out of memory must not
+// throw): a cons whose car is another cons held only here is rotated (the car takes the
+// cons's place, the cons becomes the car's cdr) until its car is not, then the cons goes
+// and its cdr follows. Each cons that goes releases nothing but atoms and shared values.
+void releaseList(Value node) {
+    while (heldOnlyHere(node)) {
+        auto& cons = as<ConsObj>(node);
+        if (heldOnlyHere(cons.car)) {
+            Value car = std::move(cons.car);
+            auto& inner = as<ConsObj>(car);
+            cons.car = std::move(inner.cdr);
+            inner.cdr = std::move(node);
+            node = std::move(car);
+        } else {
+            Value next = heldOnlyHere(cons.cdr) ? std::move(cons.cdr) : Value();
+            node = std::move(next);
+        }
+    }
+}
+
+}  // namespace
+
+// Conses held only here are taken apart by releaseList instead of by recursion, so that
 // any length or depth of list is released.
 ConsObj::~ConsObj() {
-    auto onlyHere = [](const Value& v) { return v.isCons() && v.object().use_count() == 1; };
-    if (!onlyHere(car) && !onlyHere(cdr)) return;
-    std::vector<Value> pending;
-    if (onlyHere(car)) pending.push_back(std::move(car));
-    if (onlyHere(cdr)) pending.push_back(std::move(cdr));
-    while (!pending.empty()) {
-        Value next = std::move(pending.back());
-        pending.pop_back();
-        auto& cons = as<ConsObj>(next);
-        if (onlyHere(cons.car)) pending.push_back(std::move(cons.car));
-        if (onlyHere(cons.cdr)) pending.push_back(std::move(cons.cdr));
-    }
+    if (heldOnlyHere(car)) releaseList(std::move(car));
+    if (heldOnlyHere(cdr)) releaseList(std::move(cdr));
 }
 
 Value Value::t() {
@@ -68,10 +87,18 @@ Value Value::silent() {
     static const Value empty = symbol(L"");
     return empty;
 }
-Value Value::integer(std::int32_t v) { return Value(std::make_shared<IntObj>(v)); }
-Value Value::real(double v) { return Value(std::make_shared<RealObj>(v)); }
-Value Value::string(std::wstring v) { return Value(std::make_shared<StrObj>(std::move(v))); }
-Value Value::symbol(std::wstring_view name) { return symbolTable().intern(name); }
+Value Value::integer(std::int32_t v) {
+    return Value(std::make_shared<IntObj>(v));
+}
+Value Value::real(double v) {
+    return Value(std::make_shared<RealObj>(v));
+}
+Value Value::string(std::wstring v) {
+    return Value(std::make_shared<StrObj>(std::move(v)));
+}
+Value Value::symbol(std::wstring_view name) {
+    return symbolTable().intern(name);
+}
 Value Value::cons(Value car, Value cdr) {
     return Value(std::make_shared<ConsObj>(std::move(car), std::move(cdr)));
 }
@@ -83,7 +110,9 @@ Value Value::list(const std::vector<Value>& items, Value tail) {
     for (auto it = items.rbegin(); it != items.rend(); ++it) result = cons(*it, std::move(result));
     return result;
 }
-Value Value::ename(std::int64_t id) { return Value(std::make_shared<HandleObj>(Type::Ename, id)); }
+Value Value::ename(std::int64_t id) {
+    return Value(std::make_shared<HandleObj>(Type::Ename, id));
+}
 Value Value::pickset(std::int64_t id) {
     return Value(std::make_shared<HandleObj>(Type::Pickset, id));
 }
@@ -94,9 +123,15 @@ Value Value::catchError(std::wstring message) {
     return Value(std::make_shared<CatchErrorObj>(std::move(message)));
 }
 
-Type Value::type() const { return obj_ ? obj_->type : Type::Nil; }
-bool Value::isT() const { return obj_ && obj_ == t().obj_; }
-bool Value::isSilent() const { return obj_ && obj_ == silent().obj_; }
+Type Value::type() const {
+    return obj_ ? obj_->type : Type::Nil;
+}
+bool Value::isT() const {
+    return obj_ && obj_ == t().obj_;
+}
+bool Value::isSilent() const {
+    return obj_ && obj_ == silent().obj_;
+}
 
 std::int32_t Value::asInt() const {
     if (type() != Type::Int) wrongType("an integer");
@@ -123,7 +158,9 @@ const std::wstring& Value::subrName() const {
     if (type() != Type::Subr) wrongType("a built-in function");
     return as<SubrObj>(*this).name;
 }
-bool Value::isExternal() const { return type() == Type::Subr && as<SubrObj>(*this).external; }
+bool Value::isExternal() const {
+    return type() == Type::Subr && as<SubrObj>(*this).external;
+}
 const NativeFn& Value::native() const {
     if (type() != Type::Subr) wrongType("a built-in function");
     return as<SubrObj>(*this).fn;
@@ -133,8 +170,12 @@ const std::wstring& Value::errorMessage() const {
     return as<CatchErrorObj>(*this).message;
 }
 
-Value Value::car() const { return isCons() ? as<ConsObj>(*this).car : Value(); }
-Value Value::cdr() const { return isCons() ? as<ConsObj>(*this).cdr : Value(); }
+Value Value::car() const {
+    return isCons() ? as<ConsObj>(*this).car : Value();
+}
+Value Value::cdr() const {
+    return isCons() ? as<ConsObj>(*this).cdr : Value();
+}
 
 std::vector<Value> Value::toVector() const {
     std::vector<Value> out;
@@ -147,11 +188,15 @@ bool Value::eq(const Value& other) const {
     if (obj_ == other.obj_) return true;
     if (type() != other.type()) return false;
     switch (type()) {
-    case Type::Int: return asInt() == other.asInt();
-    case Type::Real: return asReal() == other.asReal();
-    case Type::Ename:
-    case Type::Pickset: return handleId() == other.handleId();
-    default: return false;
+        case Type::Int:
+            return asInt() == other.asInt();
+        case Type::Real:
+            return asReal() == other.asReal();
+        case Type::Ename:
+        case Type::Pickset:
+            return handleId() == other.handleId();
+        default:
+            return false;
     }
 }
 
