@@ -1,7 +1,8 @@
 // kelvo-bench: the database functions of the module against the raw SQLite floor, on the
 // same file and rows, measured at the callback boundary.
 //
-//   kelvo-bench [--sizes 10000,100000,1000000] [--rounds N] [--only walk|seek|select]
+//   kelvo-bench [--sizes 10000,100000,1000000] [--rounds N]
+//               [--only walk|seek|select|lisp|interp] [--lisp-select-rows N]
 //               [--data DIR] [--fresh]
 //   kelvo-bench --check [--sizes 3000]
 //
@@ -9,7 +10,12 @@
 // and the floor build the same record lists, then times: a walk (kv_top, then kv_skip to
 // the end), seeks on a one- and a two-column index (kv_seek), and a select of up to 100 k
 // rows (kv_sql). It prints each ratio against its target, and the growth of the module's
-// costs from the smallest table to the largest. --check compares lists only, no timing.
+// costs from the smallest table to the largest. Then the same walk, seeks and select as
+// LISP programs through the host's interpreter, beside the callbacks and the floor, with
+// the memory of a select kept as a LISP list (up to --lisp-select-rows rows, 100 k by
+// default: a larger select through LISP needs gigabytes today); and, once, the interpreter
+// alone on 100 k-element lists. --check compares lists only and runs each LISP program
+// once, checking its counts, with no timing.
 // Exit status: 0 when it ran (targets missed or not), 1 on a difference or an error.
 
 #include <unistd.h>
@@ -23,6 +29,9 @@
 #include <vector>
 
 #include "bench/bench_table.h"
+#include "bench/interp_bench.h"
+#include "bench/lisp_bench.h"
+#include "bench/lisp_session.h"
 #include "bench/list_check.h"
 #include "bench/module_session.h"
 #include "bench/raw_floor.h"
@@ -42,6 +51,7 @@ constexpr int kSeeks = 20000;
 struct Options {
     std::vector<std::int64_t> sizes;
     int rounds = 0;   // 0: by table size
+    std::int64_t lispSelectRows = kSelectRows;
     std::filesystem::path data;
     bool fresh = false;
     bool check = false;
@@ -51,8 +61,9 @@ struct Options {
 
 [[noreturn]] void usage(const char* problem) {
     std::fprintf(stderr, "kelvo-bench: %s\n"
-                 "usage: kelvo-bench [--sizes N,N...] [--rounds N] [--only walk|seek|select]\n"
-                 "                   [--data DIR] [--fresh] [--check]\n",
+                 "usage: kelvo-bench [--sizes N,N...] [--rounds N]\n"
+                 "                   [--only walk|seek|select|lisp|interp]\n"
+                 "                   [--lisp-select-rows N] [--data DIR] [--fresh] [--check]\n",
                  problem);
     std::exit(2);
 }
@@ -94,10 +105,13 @@ Options parseOptions(int argc, char** argv) {
         else if (a == "--fresh") o.fresh = true;
         else if (a == "--check") o.check = true;
         else if (a == "--only") o.only = value();
+        else if (a == "--lisp-select-rows") o.lispSelectRows = std::atoll(value().c_str());
         else usage(("unknown option " + a).c_str());
     }
-    if (!o.only.empty() && !o.runs("walk") && !o.runs("seek") && !o.runs("select"))
-        usage("--only takes walk, seek or select");
+    if (!o.only.empty() && !o.runs("walk") && !o.runs("seek") && !o.runs("select") &&
+        !o.runs("lisp") && !o.runs("interp"))
+        usage("--only takes walk, seek, select, lisp or interp");
+    if (o.lispSelectRows < 1) usage("--lisp-select-rows takes a positive row count");
     if (o.sizes.empty()) o.sizes = o.check ? std::vector<std::int64_t>{3000}
                                            : std::vector<std::int64_t>{10000, 100000, 1000000};
     if (o.data.empty()) o.data = executableFolder() / "bench-data";
@@ -187,7 +201,9 @@ void timeSize(ModuleSession& module, RawFloor& floor, std::int64_t rows, const O
 
 int run(const Options& o) {
     ModuleSession module(executableFolder());
+    LispSession lisp;
     std::vector<Result> results;
+    LispRun lispRun;
     bool agree = true;
     for (std::int64_t rows : o.sizes) {
         const auto file = benchFile(module, o, rows);
@@ -200,11 +216,27 @@ int run(const Options& o) {
         if (o.check) {
             std::printf("The module's lists equal the floor's on %lld rows.\n",
                         static_cast<long long>(rows));
+            runLispSize(module, floor, lisp, rows, o.lispSelectRows, 0, lispRun);
+            std::printf("The LISP programs count what the callbacks count on %lld rows.\n",
+                        static_cast<long long>(rows));
             continue;
         }
         timeSize(module, floor, rows, o, results);
+        if (o.runs("lisp")) {
+            runLispSize(module, floor, lisp, rows, o.lispSelectRows,
+                        std::min(roundsFor(o, rows), 3), lispRun);
+            std::printf("Timed the table of %lld rows through LISP.\n",
+                        static_cast<long long>(rows));
+            std::fflush(stdout);
+        }
     }
+    std::vector<InterpResult> interpResults;
+    if (agree && (o.check || o.runs("interp")))
+        interpResults = timeInterpreter(lisp.interp(), o.check ? 1 : 5);
+    if (o.check && agree) std::printf("The interpreter's programs count what C++ counts.\n");
     if (!o.check && !results.empty()) printResults(results, kGrowthTarget);
+    if (!o.check && !lispRun.timings.empty()) printLispResults(lispRun);
+    if (!o.check && !interpResults.empty()) printInterpResults(interpResults);
     const std::wstring printed = module.takePrinted();
     if (!printed.empty()) std::printf("The module printed:%s\n", toUtf8(printed).c_str());
     return agree ? 0 : 1;
