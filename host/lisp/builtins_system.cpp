@@ -199,6 +199,7 @@ struct Missing {
 constexpr const wchar_t* kNoDialogs = L"this host has no dialog boxes (the dialog language)";
 constexpr const wchar_t* kNoScreen = L"this host has no graphics screen";
 constexpr const wchar_t* kNoVba = L"this host has no macro language";
+constexpr const wchar_t* kNotBuilt = L"not built yet in this host";
 
 const Missing kMissing[] = {
     {L"load_dialog", kNoDialogs},
@@ -252,6 +253,32 @@ const Missing kMissing[] = {
     {L"setpropertyvalue", L"this host has no automation objects"},
     {L"ispropertyreadonly", L"this host has no automation objects"},
     {L"dumpallproperties", L"this host has no automation objects"},
+    {L"layoutlist", kNotBuilt},
+    {L"ssnamex", kNotBuilt},
+    {L"entsel", kNotBuilt},
+    {L"nentsel", kNotBuilt},
+    {L"nentselp", kNotBuilt},
+    {L"osnap", kNotBuilt},
+    {L"getcname", kNotBuilt},
+    {L"acad_truecolorcli", kNotBuilt},
+    {L"acdimenableupdate", kNotBuilt},
+    {L"command-s", kNotBuilt},
+    {L"initcommandversion", kNotBuilt},
+    {L"layerstate-save", kNotBuilt},
+    {L"layerstate-restore", kNotBuilt},
+    {L"layerstate-delete", kNotBuilt},
+    {L"layerstate-rename", kNotBuilt},
+    {L"layerstate-getnames", kNotBuilt},
+    {L"layerstate-has", kNotBuilt},
+    {L"layerstate-import", kNotBuilt},
+    {L"layerstate-export", kNotBuilt},
+    {L"layerstate-getlayers", kNotBuilt},
+    {L"layerstate-addlayers", kNotBuilt},
+    {L"layerstate-removelayers", kNotBuilt},
+    {L"layerstate-compare", kNotBuilt},
+    {L"layerstate-getlastrestored", kNotBuilt},
+    {L"layerstate-setdescription", kNotBuilt},
+    {L"layerstate-getdescription", kNotBuilt},
 };
 
 const Builtin kSystemLib[] = {
