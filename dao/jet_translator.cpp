@@ -9,11 +9,11 @@ namespace {
 
 // Words that end an expression or start a clause; never read as a field name.
 constexpr std::array<std::string_view, 40> kReserved = {
-    "select", "from",   "where",  "group",    "order",       "having", "by",    "and",
-    "or",     "not",    "as",     "on",       "join",        "inner",  "left",  "right",
-    "union",  "into",   "values", "set",      "in",          "is",     "like",  "between",
-    "distinct", "distinctrow", "top", "xor",  "eqv",         "imp",    "mod",   "pivot",
-    "transform", "with", "insert", "update",  "delete",      "exists", "all",   "parameters"};
+    "select",    "from",        "where",  "group",  "order",  "having", "by",   "and",
+    "or",        "not",         "as",     "on",     "join",   "inner",  "left", "right",
+    "union",     "into",        "values", "set",    "in",     "is",     "like", "between",
+    "distinct",  "distinctrow", "top",    "xor",    "eqv",    "imp",    "mod",  "pivot",
+    "transform", "with",        "insert", "update", "delete", "exists", "all",  "parameters"};
 
 }  // namespace
 
@@ -77,7 +77,13 @@ std::string Translator::textFrom(size_t tokenIndex) const {
 }
 
 Translator::DepthGuard::DepthGuard(Translator& translator) : translator_(translator) {
-    if (translator_.depth_ >= kMaxDepth) translator_.fail(3360, "Query is too complex.");
+    char here = 0;
+    const auto at = reinterpret_cast<std::uintptr_t>(&here);
+    if (translator_.depth_ == 0) translator_.stackTop_ = at;
+    const std::uintptr_t used =
+        translator_.stackTop_ > at ? translator_.stackTop_ - at : at - translator_.stackTop_;
+    if (translator_.depth_ >= kMaxDepth || used > kMaxStackBytes)
+        translator_.fail(3360, "Query is too complex.");
     ++translator_.depth_;
 }
 
@@ -94,9 +100,10 @@ void Translator::failExpression(std::string_view kind) const {
         const Token& t = tokens_[end];
         if (t.kind == TokenKind::Symbol && t.text == "(") ++depth;
         if (t.kind == TokenKind::Symbol && t.text == ")" && --depth < 0) break;
-        if (depth == 0 && ((t.kind == TokenKind::Symbol && (t.text == "," || t.text == ";")) ||
-                           isKeyword(t, "from") || isKeyword(t, "where") || isKeyword(t, "group") ||
-                           isKeyword(t, "order") || isKeyword(t, "having") || isKeyword(t, "union")))
+        if (depth == 0 &&
+            ((t.kind == TokenKind::Symbol && (t.text == "," || t.text == ";")) ||
+             isKeyword(t, "from") || isKeyword(t, "where") || isKeyword(t, "group") ||
+             isKeyword(t, "order") || isKeyword(t, "having") || isKeyword(t, "union")))
             break;
     }
     const size_t begin = tokens_[std::min(exprStart_, tokens_.size() - 1)].begin;

