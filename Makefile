@@ -1,7 +1,8 @@
 # The two commands of the README, each doing all the set-up on a fresh machine:
 #   make run    builds and runs the tour (kelvo-host on the sample database and drawing)
-#   make test   builds and runs the whole test suite, then again under the sanitizers,
-#               then each fuzz target for a minute
+#   make test   builds and runs the whole test suite, then again under the sanitizers
+#               (the fuzz corpora and regressions are replayed in both); `make test-fuzz`
+#               runs each fuzz target for a minute
 BUILD ?= build
 ASAN_BUILD ?= build-asan
 BENCH_BUILD ?= build-bench
@@ -36,7 +37,7 @@ test-asan: build-asan
 	ASAN_OPTIONS=detect_leaks=1:abort_on_error=0 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  ctest --test-dir $(ASAN_BUILD) --output-on-failure -j$(JOBS)
 
-test: test-plain test-asan test-fuzz
+test: test-plain test-asan
 
 # The fuzz targets (fuzz/), built by clang with libFuzzer and the sanitizers in a folder
 # of their own (-O1, line tables only: the usual fuzzing build). `make fuzz` runs each for
