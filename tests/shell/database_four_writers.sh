@@ -55,5 +55,5 @@ expect_eq "no error printed" "" "$(grep -h -i "error\|locked" w*.out)"
 
 out=$("$host" -e '(progn (kv_connect "shared.mdb") (cdr (assoc "n" (car (kv_sql "SELECT n FROM t")))))' 2>&1)
 expect_eq "every update counted" "$((hosts * each))" "$(tail -n 1 <<<"$out")"
-echo "$((hosts * each)) updates by $hosts hosts in $(echo "$end - $start" | bc) s"
+echo "$((hosts * each)) updates by $hosts hosts in $(awk -v a="$start" -v b="$end" 'BEGIN { print b - a }') s"
 finish
