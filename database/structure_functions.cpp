@@ -39,9 +39,7 @@ int structureHandler() {
     HandlerArgs args;
     std::wstring table;
     if (int status = readNames(args, {&table}); status != kArgOk) return status;
-    onDatabase([&](CDaoDatabase& database) {
-        CDaoTableDef definition(&database);
-        openTableDef(definition, table);
+    onTableDef(table, [&](CDaoTableDef& definition) {
         ResultBuilder out;
         out.open();
         const short count = definition.GetFieldCount();
@@ -61,9 +59,7 @@ int listIndexesHandler() {
     if (int status = readNames(args, {&table}); status != kArgOk) return status;
     bool describe = false;
     if (!args.atEnd() && !readBoolean(args.cursor(), describe)) return kWrongArgType;
-    onDatabase([&](CDaoDatabase& database) {
-        CDaoTableDef definition(&database);
-        openTableDef(definition, table);
+    onTableDef(table, [&](CDaoTableDef& definition) {
         const std::vector<CDaoIndexInfo> indexes = indexesOf(definition);
         if (indexes.empty()) return;
         ResultBuilder out;
@@ -84,9 +80,7 @@ int indexFieldsHandler() {
     HandlerArgs args;
     std::wstring table, index;
     if (int status = readNames(args, {&table, &index}); status != kArgOk) return status;
-    onDatabase([&](CDaoDatabase& database) {
-        CDaoTableDef definition(&database);
-        openTableDef(definition, table);
+    onTableDef(table, [&](CDaoTableDef& definition) {
         const CDaoIndexInfo info = findIndex(definition, index);
         std::vector<std::wstring> names;
         for (const CDaoIndexFieldInfo& field : info.m_fieldInfos) {
@@ -101,9 +95,7 @@ int indexUniqueHandler() {
     HandlerArgs args;
     std::wstring table, index;
     if (int status = readNames(args, {&table, &index}); status != kArgOk) return status;
-    onDatabase([&](CDaoDatabase& database) {
-        CDaoTableDef definition(&database);
-        openTableDef(definition, table);
+    onTableDef(table, [&](CDaoTableDef& definition) {
         const CDaoIndexInfo info = findIndex(definition, index);
         if (info.m_bUnique || info.m_bPrimary) acedRetT();
     });
@@ -114,9 +106,7 @@ int fieldRequiredHandler() {
     HandlerArgs args;
     std::wstring table, field;
     if (int status = readNames(args, {&table, &field}); status != kArgOk) return status;
-    onDatabase([&](CDaoDatabase& database) {
-        CDaoTableDef definition(&database);
-        openTableDef(definition, table);
+    onTableDef(table, [&](CDaoTableDef& definition) {
         if (findField(definition, field).m_bRequired) acedRetT();
     });
     return kArgOk;
@@ -126,9 +116,7 @@ int attributesHandler() {
     HandlerArgs args;
     std::wstring table, field;
     if (int status = readNames(args, {&table, &field}); status != kArgOk) return status;
-    onDatabase([&](CDaoDatabase& database) {
-        CDaoTableDef definition(&database);
-        openTableDef(definition, table);
+    onTableDef(table, [&](CDaoTableDef& definition) {
         returnInteger(findField(definition, field).m_lAttributes);
     });
     return kArgOk;

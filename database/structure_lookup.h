@@ -39,6 +39,17 @@ void requireWritable(CDaoDatabase& database);
 
 // Opens the definition of `table`: 3078 when the database has no such table.
 void openTableDef(CDaoTableDef& definition, const std::wstring& table);
+
+// onDatabase with the definition of `table` open (a missing table fails with 3078).
+template <typename Work>
+void onTableDef(const std::wstring& table, Work&& work) {
+    onDatabase([&](CDaoDatabase& database) {
+        CDaoTableDef definition(&database);
+        openTableDef(definition, table);
+        work(definition);
+    });
+}
+
 // 3265 when the table has no such field / index.
 CDaoFieldInfo findField(CDaoTableDef& definition, const std::wstring& field);
 CDaoIndexInfo findIndex(CDaoTableDef& definition, const std::wstring& index);
